@@ -1,0 +1,26 @@
+#include "Base/Program.h"
+
+QString Program::briefName()
+{
+    return QStringLiteral("Zell iPod iPhone Transfer");
+}
+
+QString Program::fullName()
+{
+    return QStringLiteral("Zell iPod/iPhone to Mac Transfer");
+}
+
+QString Program::version()
+{
+    return QStringLiteral("2.5.1");
+}
+
+QString Program::supportAddress()
+{
+    return QStringLiteral("support@zell.example");
+}
+
+QString Program::helpFileName()
+{
+    return QStringLiteral("Quillet");
+}

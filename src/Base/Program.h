@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+/// What the program is called and which version it is.
+class Program
+{
+public:
+    /// Short name: menus, about box, the application-support folder, the default destinations.
+    static QString briefName();
+    /// Full product name: the window's title.
+    static QString fullName();
+    static QString version();
+    /// Where a person sends a crash report.
+    static QString supportAddress();
+    /// Base name of the help document (a PDF) in the resources.
+    static QString helpFileName();
+};

@@ -1,0 +1,133 @@
+#include "Device/Device.h"
+
+#include "Device/DeviceDelegate.h"
+#include "Device/TrackDb.h"
+#include "Device/iPod/iPodDevice.h"
+
+#include <atomic>
+
+namespace
+{
+// A worker asks for it while it copies.
+std::atomic<DeviceDelegate*> theDelegate = nullptr;
+} // namespace
+
+void DeviceDelegate::deviceConnected(const std::shared_ptr<Device>& /*device*/) {}
+
+void DeviceDelegate::deviceDisconnected(const std::shared_ptr<Device>& /*device*/) {}
+
+bool DeviceDelegate::exported(double /*progress*/)
+{
+    return true;
+}
+
+void Device::setDelegate(DeviceDelegate* delegate)
+{
+    theDelegate = delegate;
+}
+
+DeviceDelegate* Device::delegate()
+{
+    return theDelegate;
+}
+
+Device::Devices Device::init()
+{
+    Devices devices;
+    addFamily(devices, iPodDevice::init());
+    return devices;
+}
+
+void Device::uninit()
+{
+    iPodDevice::uninit();
+}
+
+void Device::addFamily(Devices& devices, const Devices& family)
+{
+    for (const auto& [key, device] : family)
+        devices[key] = device;
+}
+
+Device::Device() = default;
+
+Device::~Device() = default;
+
+QString Device::description()
+{
+    TrackDb* library = trackDb();
+    return library ? library->name() : QString();
+}
+
+QString Device::key() const
+{
+    return {};
+}
+
+QString Device::localRoot() const
+{
+    return {};
+}
+
+bool Device::fileExists(const QString& /*path*/)
+{
+    return false;
+}
+
+bool Device::isFile(const QString& /*path*/)
+{
+    return false;
+}
+
+bool Device::isDirectory(const QString& /*path*/)
+{
+    return false;
+}
+
+QStringList Device::getFiles(const QString& /*folder*/)
+{
+    return {};
+}
+
+QStringList Device::getDirs(const QString& /*folder*/)
+{
+    return {};
+}
+
+QByteArray Device::read(const QString& /*path*/)
+{
+    return {};
+}
+
+QByteArray Device::read(const QString& /*path*/, quint32 /*offset*/, quint32 /*length*/)
+{
+    return {};
+}
+
+double Device::getFileSize(const QString& /*path*/)
+{
+    return -1.0;
+}
+
+CopyResult Device::copyOut(const QString& /*from*/, const QString& /*to*/,
+                           std::optional<int> /*progress*/)
+{
+    return {};
+}
+
+bool Device::copyOutSqlite(const QString& from, const QString& to, std::optional<int> progress)
+{
+    copyOut(from, to, progress);
+    for (const QLatin1String suffix : {QLatin1String("-shm"), QLatin1String("-wal")}) {
+        if (fileExists(from + suffix))
+            copyOut(from + suffix, to + suffix, progress);
+    }
+    return true;
+}
+
+TrackDb* Device::trackDb()
+{
+    if (!_trackDb)
+        _trackDb = TrackDb::create(*this);
+    return _trackDb.get();
+}

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "Device/CopyResult.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <map>
+#include <memory>
+#include <optional>
+
+class DeviceDelegate;
+class TrackDb;
+
+/// One connected player or phone: the only way to its files, and the owner of its readers.
+/// The class side is the hub that starts the device families and knows who hears of them.
+///
+/// Paths are absolute in the device's own path space, built from `prefix`, `controlPath` or
+/// `bookPath`. Nothing is ever written to a device. This base class is a device that holds
+/// nothing; each family overrides the file operations.
+class Device
+{
+public:
+    /// Device key to device.
+    using Devices = std::map<QString, std::shared_ptr<Device>>;
+
+    /// Who hears of devices and copies; set it before `init`, so that no event is lost. It must
+    /// outlive its time as delegate.
+    static void setDelegate(DeviceDelegate* delegate);
+    static DeviceDelegate* delegate();
+    /// Starts the device families and gives the devices already present. Needs a running event
+    /// loop afterwards for word of those that come and go.
+    static Devices init();
+    /// Stops the families. The delegate stays.
+    static void uninit();
+    /// Adds a family's devices; one whose key is there already replaces the earlier device.
+    static void addFamily(Devices& devices, const Devices& family);
+
+    Device();
+    virtual ~Device();
+    Device(const Device&) = delete;
+    Device& operator=(const Device&) = delete;
+
+    /// Root of the device's files: a mount point, or "/" of a phone.
+    [[nodiscard]] const QString& prefix() const { return _prefix; }
+    /// The folder "iPod_Control" or "iTunes_Control".
+    [[nodiscard]] const QString& controlPath() const { return _controlPath; }
+    /// The folder of books; null where the family has none.
+    [[nodiscard]] const QString& bookPath() const { return _bookPath; }
+    /// What people call the device: the name that its library gives; null if none does.
+    QString description();
+    /// What identifies the device for as long as it is connected.
+    [[nodiscard]] virtual QString key() const;
+    /// Where the device's files stand in the computer's own file system; null when they do not.
+    [[nodiscard]] virtual QString localRoot() const;
+
+    virtual bool fileExists(const QString& path);
+    virtual bool isFile(const QString& path);
+    virtual bool isDirectory(const QString& path);
+    /// Bare names of the regular files of a folder; empty when there is none.
+    virtual QStringList getFiles(const QString& folder);
+    /// Bare names of the folders of a folder, without "." and "..".
+    virtual QStringList getDirs(const QString& folder);
+    /// The whole file; null when it cannot be read.
+    virtual QByteArray read(const QString& path);
+    /// At most `length` bytes from `offset`; null when the file cannot be opened.
+    virtual QByteArray read(const QString& path, quint32 offset, quint32 length);
+    /// Bytes; -1.0 when there is nothing to ask.
+    virtual double getFileSize(const QString& path);
+
+    /// Copies `from` on the device to `to` on the computer, in chunks of 1 MiB. After each chunk
+    /// is read and before it is written, the delegate hears the fraction copied plus `progress`
+    /// (the item's index in the job; none counts as 0) and may stop the copy.
+    virtual CopyResult copyOut(const QString& from, const QString& to, std::optional<int> progress);
+    /// Copies an SQLite database with those of its "-shm" and "-wal" files that exist. Answers
+    /// true in every case; a copy that failed shows when it is opened.
+    bool copyOutSqlite(const QString& from, const QString& to, std::optional<int> progress);
+
+    /// The readers, made on first use; null while the device has no such database, and then
+    /// looked for again at the next call. On the thread of the window only.
+    TrackDb* trackDb();
+
+protected:
+    QString _prefix;
+    QString _controlPath;
+    QString _bookPath;
+
+private:
+    std::unique_ptr<TrackDb> _trackDb;
+};

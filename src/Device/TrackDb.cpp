@@ -1,0 +1,122 @@
+#include "Device/TrackDb.h"
+
+#include "Base/Exception.h"
+#include "Base/PathName.h"
+#include "Device/Device.h"
+#include "Device/itdb/itdbTrackDb.h"
+
+std::unique_ptr<TrackDb> TrackDb::create(Device& device)
+{
+    // The first that finds its file wins; a new format is one new line here.
+    for (const auto probe : {itdbTrackDb::initWithDevice}) {
+        if (auto reader = probe(device))
+            return reader;
+    }
+    return nullptr;
+}
+
+TrackDb::TrackDb(Device& device)
+    : _device(device)
+{
+}
+
+TrackDb::~TrackDb() = default;
+
+const std::vector<Track*>& TrackDb::tracks()
+{
+    load();
+    return _tracks;
+}
+
+const std::vector<Playlist*>& TrackDb::playlists()
+{
+    load();
+    return _playlists;
+}
+
+const QString& TrackDb::name()
+{
+    load();
+    return _name;
+}
+
+void TrackDb::load()
+{
+    if (_loaded)
+        return;
+    _loaded = true;
+    try {
+        parse();
+    } catch (const Exception&) {
+        // Damaged data ends the reading; what was listed until then stays, and a second attempt
+        // would only list it twice.
+    }
+}
+
+const CategoryIndex& TrackDb::category(MediaCategory category)
+{
+    fillTracks();
+    return _index.at(std::size_t(category));
+}
+
+void TrackDb::fillTracks()
+{
+    if (_filled)
+        return;
+    _filled = true;
+    for (Track* track : _tracks) {
+        const MediaCategory category = track->category();
+        if (category == MediaCategory::Ringtones)
+            _index[std::size_t(category)].addFlat(track);
+        else if (category == MediaCategory::VoiceMemos) // has no index of its own
+            _index[std::size_t(MediaCategory::Music)].add(track);
+        else
+            _index[std::size_t(category)].add(track);
+    }
+}
+
+int TrackDb::mediaTypeToTrackType(qint32 mediaKind)
+{
+    switch (mediaKind) {
+    case 1:
+        return MusicTrack;
+    case 2:
+        return MovieTrack;
+    case 4:
+        return PodcastTrack;
+    case 6:
+        return VideoPodcastTrack;
+    case 8:
+        return AudiobookTrack;
+    case 0x20:
+        return MusicVideoTrack;
+    case 0x40:
+        return TVShowTrack;
+    case 0x4000:
+        return RingtoneTrack;
+    case 0x400000:
+    case 0x800000:
+        return BookTrack;
+    default: // a number, not a set of bits: 0x60 is nothing that is known
+        return UnknownTrack;
+    }
+}
+
+QString TrackDb::getFileSystemPath(const QString& storedPath) const
+{
+    if (storedPath.isNull())
+        return {};
+    QString path = storedPath;
+    path.replace(u':', u'/');
+    return PathName::join(_device.prefix(), path);
+}
+
+Track& TrackDb::newTrack()
+{
+    return _ownedTracks.emplace_back();
+}
+
+Playlist& TrackDb::newPlaylist()
+{
+    return _ownedPlaylists.emplace_back();
+}

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "Device/CategoryIndex.h"
+#include "Device/Playlist.h"
+#include "Device/Track.h"
+
+#include <QString>
+
+#include <array>
+#include <deque>
+#include <memory>
+#include <vector>
+
+class Device;
+
+/// A device's media library: its tracks, playlists and name, and the index of each category.
+/// One class derives from it for each on-device format. It reads the device once, at the first
+/// call of `tracks`, `playlists` or `name`, and shows the device as it was then. It owns its
+/// tracks and playlists and lives as long as its device.
+///
+/// Readers never report an error: what a damaged library yields up to the damage is kept.
+class TrackDb
+{
+public:
+    /// The first reader whose database the device holds, the newest format tried first; null
+    /// when it holds none.
+    static std::unique_ptr<TrackDb> create(Device& device);
+
+    virtual ~TrackDb();
+    TrackDb(const TrackDb&) = delete;
+    TrackDb& operator=(const TrackDb&) = delete;
+
+    /// The file name of the format, as in "iTunesDB".
+    [[nodiscard]] virtual QString format() const = 0;
+    [[nodiscard]] Device& device() const { return _device; }
+
+    /// Every track in the reader's order; a track may stand in it twice.
+    const std::vector<Track*>& tracks();
+    /// The playlists that people made, without the master list.
+    const std::vector<Playlist*>& playlists();
+    /// What the master list is called; null if there is none.
+    const QString& name();
+
+    /// The index of a category. All are filled at the first call, from what has been loaded by
+    /// then: call `tracks` before.
+    const CategoryIndex& music() { return category(MediaCategory::Music); }
+    const CategoryIndex& movies() { return category(MediaCategory::Movies); }
+    const CategoryIndex& tvShows() { return category(MediaCategory::TVShows); }
+    const CategoryIndex& podcasts() { return category(MediaCategory::Podcasts); }
+    const CategoryIndex& audiobooks() { return category(MediaCategory::Audiobooks); }
+    const CategoryIndex& ringtones() { return category(MediaCategory::Ringtones); }
+    const CategoryIndex& books() { return category(MediaCategory::Books); }
+    /// One of the seven above; voice memos have no index.
+    const CategoryIndex& category(MediaCategory category);
+
+    /// The track type of a media kind as the databases store it; 0 for any other number.
+    static int mediaTypeToTrackType(qint32 mediaKind);
+    /// A path as the database stores it (":" between components) below the device's prefix; null
+    /// for null.
+    [[nodiscard]] QString getFileSystemPath(const QString& storedPath) const;
+
+protected:
+    explicit TrackDb(Device& device);
+
+    /// Reads the database; called once. Appends with the operations below, and may leave with
+    /// an exception where the data ends it.
+    virtual void parse() = 0;
+
+    /// New records, owned by the reader; `list` shows them in `tracks` and `playlists`.
+    Track& newTrack();
+    void list(Track& track) { _tracks.push_back(&track); }
+    Playlist& newPlaylist();
+    void list(Playlist& playlist) { _playlists.push_back(&playlist); }
+    void setName(const QString& name) { _name = name; }
+
+private:
+    void load();
+    void fillTracks();
+
+    Device& _device;
+    bool _loaded = false;
+    bool _filled = false;
+    QString _name;
+    std::deque<Track> _ownedTracks;
+    std::deque<Playlist> _ownedPlaylists;
+    std::vector<Track*> _tracks;
+    std::vector<Playlist*> _playlists;
+    static constexpr std::size_t IndexCount = std::size_t(MediaCategory::Books) + 1;
+    std::array<CategoryIndex, IndexCount> _index;
+};

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "Device/Device.h"
+
+/// A player that the system mounts as a local volume. Its files are reached through the
+/// computer's own file system below the mount point.
+class iPodDevice final : public Device
+{
+public:
+    /// Whether "iPod_Control" or "iTunes_Control" stands directly below `prefix`: the whole test
+    /// for whether a volume is a device.
+    static bool isiPodAtPrefix(const QString& prefix);
+    /// A new device for each mounted local volume that is one, under its mount path.
+    static Devices getDevices();
+    /// Finds the devices present and follows mounts and unmounts from now on.
+    static Devices init();
+    /// Follows no more; the devices found stay known.
+    static void uninit();
+
+    static void handleMountNotification(const QString& path);
+    static void handleUnmountNotification(const QString& path);
+
+    /// A device whose files stand below `prefix`, which need not be a mount point.
+    explicit iPodDevice(const QString& prefix);
+
+    /// The mount path.
+    [[nodiscard]] QString key() const override;
+    [[nodiscard]] QString localRoot() const override;
+    bool fileExists(const QString& path) override;
+    /// True for a folder as well; whoever needs a regular file asks `getFiles`.
+    bool isFile(const QString& path) override;
+    bool isDirectory(const QString& path) override;
+    QStringList getFiles(const QString& folder) override;
+    QStringList getDirs(const QString& folder) override;
+    QByteArray read(const QString& path) override;
+    QByteArray read(const QString& path, quint32 offset, quint32 length) override;
+    double getFileSize(const QString& path) override;
+    /// Copies single files only: a folder is not walked, and reported as failed.
+    CopyResult copyOut(const QString& from, const QString& to,
+                       std::optional<int> progress) override;
+
+private:
+    static Devices devices;
+
+    [[nodiscard]] bool isOnDevice(const QString& path) const;
+};

@@ -1,0 +1,55 @@
+#include "Export/CopiedSize.h"
+
+#include "Base/PathName.h"
+#include "Device/Device.h"
+
+#include <QCoreApplication>
+#include <QDirIterator>
+#include <QFileInfo>
+
+namespace
+{
+QString fileDifference(Device& device, const QString& from, const QString& to)
+{
+    const double reported = device.getFileSize(from);
+    const qint64 copied = QFileInfo(to).size();
+    if (reported == double(copied))
+        return {};
+    return QCoreApplication::translate("CopiedSize", "%1 of %2 bytes were copied")
+        .arg(copied)
+        .arg(reported, 0, 'f', 0);
+}
+} // namespace
+
+qint64 CopiedSize::onComputer(const QString& path)
+{
+    const QFileInfo info(path);
+    if (!info.isDir())
+        return info.size();
+    qint64 bytes = 0;
+    QDirIterator files(path, QDir::Files | QDir::Hidden | QDir::System,
+                       QDirIterator::Subdirectories);
+    while (files.hasNext())
+        bytes += QFileInfo(files.next()).size();
+    return bytes;
+}
+
+QString CopiedSize::difference(Device& device, const QString& from, const QString& to)
+{
+    if (!QFileInfo(to).isDir())
+        return fileDifference(device, from, to);
+    // The copy is finite and has no links, so following it keeps the walk finite as well,
+    // whatever the device claims to hold.
+    const QStringList files = device.getFiles(from);
+    const QStringList folders = device.getDirs(from);
+    for (const QString& name : files + folders) {
+        const QString copy = PathName::join(to, name);
+        const QString problem =
+            QFileInfo::exists(copy)
+                ? difference(device, PathName::join(from, name), copy)
+                : QCoreApplication::translate("CopiedSize", "It was not copied");
+        if (!problem.isEmpty())
+            return name + QStringLiteral(": ") + problem;
+    }
+    return {};
+}

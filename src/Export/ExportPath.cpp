@@ -1,0 +1,72 @@
+#include "Export/ExportPath.h"
+
+#include "Base/PathName.h"
+#include "Base/Utility.h"
+#include "Device/Playlist.h"
+#include "Device/Track.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+namespace
+{
+QString orUnknown(const QString& name, const QString& unknown)
+{
+    return name.isEmpty() ? unknown : name;
+}
+
+/// The levels between the category folder and the file, joined; empty for none.
+QString subfolder(const Track& track, const Playlist* playlist)
+{
+    if (playlist)
+        return playlist->name;
+    const MediaCategory category = track.category();
+    if (category == MediaCategory::Ringtones || category == MediaCategory::VoiceMemos)
+        return {};
+    return PathName::join(orUnknown(track.artist, QStringLiteral("Unknown Artist")),
+                          orUnknown(track.album, QStringLiteral("Unknown Album")));
+}
+} // namespace
+
+Config::Folder ExportPath::folderOf(const Track& track, const Playlist* playlist)
+{
+    if (playlist)
+        return Config::Folder::Playlists;
+    switch (track.category()) {
+    case MediaCategory::Music:
+        return Config::Folder::Music;
+    case MediaCategory::Movies:
+        return Config::Folder::Movies;
+    case MediaCategory::TVShows:
+        return Config::Folder::TVShows;
+    case MediaCategory::Podcasts:
+        return Config::Folder::Podcasts;
+    case MediaCategory::Audiobooks:
+        return Config::Folder::Audiobooks;
+    case MediaCategory::Ringtones:
+        return Config::Folder::Ringtones;
+    case MediaCategory::Books:
+        return Config::Folder::Books;
+    case MediaCategory::VoiceMemos:
+        return Config::Folder::VoiceMemos;
+    }
+    return Config::Folder::Music;
+}
+
+ExportPath ExportPath::trackPath(const Track& track, const Playlist* playlist, const Config& config)
+{
+    const QString category = config.existingFolder(folderOf(track, playlist));
+    const QString fileName = track.title + u'.' + PathName::extension(track.path);
+    ExportPath result;
+    result.path = PathName::join(PathName::join(category, subfolder(track, playlist)), fileName);
+    if (!PathName::isInside(result.path, category)) {
+        result.refusal = QCoreApplication::translate(
+            "ExportPath", "The name leads out of the destination folder");
+        return result;
+    }
+    // Resolved as text, as the check just did: the file system would resolve ".." through links.
+    if (PathName::hasParentComponent(result.path))
+        result.path = QDir::cleanPath(result.path);
+    result.folderError = Utility::createFolder(PathName::parent(result.path));
+    return result;
+}

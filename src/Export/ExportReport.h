@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QByteArray>
+#include <QFile>
+#include <QString>
+
+#include <vector>
+
+/// What became of one item of an export.
+struct ExportItem {
+    enum class Kind { Track, Photo };
+    enum class Result {
+        Copied,     ///< the destination holds as many bytes as the device reports
+        Skipped,    ///< the destination existed, and the rule says to leave it
+        Missing,    ///< the device has no such file
+        Incomplete, ///< fewer or other bytes than the device reports
+        Failed,     ///< could not be written
+        Stopped     ///< the person stopped the export before the item was done
+    };
+
+    Kind kind = Kind::Track;
+    QString title;
+    QString from; ///< device path
+    QString to;   ///< path on the computer; null when none was chosen
+    qint64 bytes = 0;
+    Result result = Result::Copied;
+    QString why; ///< in words, unless the item was copied
+
+    /// The item neither was copied nor was meant to be left alone.
+    [[nodiscard]] bool isFailure() const;
+    /// One JSON object without a line break, with the keys kind, title, from, to, bytes, result
+    /// and why.
+    [[nodiscard]] QByteArray toJson() const;
+    /// "copied", "skipped", ...
+    static QString resultName(Result result);
+};
+
+/// The account of an export, item by item, in order. It is written to the file "export.log" of
+/// the log folder as it grows, so it is there even after a crash. One thread at a time.
+class ExportReport
+{
+public:
+    /// Starts an empty report and an empty log.
+    ExportReport();
+
+    void add(ExportItem item);
+    [[nodiscard]] const std::vector<ExportItem>& items() const { return _items; }
+    [[nodiscard]] std::size_t failureCount() const { return _failureCount; }
+    [[nodiscard]] QString logPath() const { return _log.fileName(); }
+    /// Writes the lines of all items to `path`; empty, or the system's words why it failed.
+    [[nodiscard]] QString writeTo(const QString& path) const;
+
+private:
+    std::vector<ExportItem> _items;
+    std::size_t _failureCount = 0;
+    QFile _log;
+};

@@ -1,0 +1,168 @@
+#include "Platform/File.h"
+
+#include <QFile>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <system_error>
+#include <vector>
+
+namespace
+{
+int openDescriptor(const QString& path, File::Mode mode)
+{
+    // The system's calls end a path at its first zero and would open something else.
+    if (path.contains(QChar::Null)) {
+        errno = EINVAL;
+        return -1;
+    }
+    const QByteArray nativePath = QFile::encodeName(path);
+    if (mode == File::Mode::Read)
+        return open(nativePath.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    return open(nativePath.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NONBLOCK,
+                S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH);
+}
+
+/// 0, or why a descriptor is none that this class works with.
+int whyNotRegular(int descriptor)
+{
+    struct stat status = {};
+    if (fstat(descriptor, &status) != 0)
+        return errno;
+    if (S_ISREG(status.st_mode))
+        return 0;
+    return S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
+}
+
+constexpr std::size_t BufferSize = std::size_t(64) * 1024;
+} // namespace
+
+File::File(const QString& path, Mode mode)
+    : _descriptor(openDescriptor(path, mode))
+{
+    if (!isOpen()) {
+        fail(errno);
+    } else if (const int reason = whyNotRegular(_descriptor)) {
+        close();
+        fail(reason);
+    }
+}
+
+File::~File()
+{
+    close();
+}
+
+qint64 File::size() const
+{
+    struct stat status = {};
+    return fstat(_descriptor, &status) == 0 ? qint64(status.st_size) : 0;
+}
+
+qint64 File::read(std::span<std::byte> buffer)
+{
+    for (;;) {
+        const ssize_t count = ::read(_descriptor, buffer.data(), buffer.size());
+        if (count >= 0)
+            return count;
+        if (errno != EINTR) {
+            fail(errno);
+            return 0;
+        }
+    }
+}
+
+QByteArray File::readAll()
+{
+    QByteArray bytes = readRange(0, size());
+    // A file that has grown since it told its size, or never told one.
+    std::array<std::byte, BufferSize> more;
+    while (const qint64 count = error().isEmpty() ? read(more) : 0)
+        bytes.append(reinterpret_cast<const char*>(more.data()), count);
+    return bytes.isEmpty() && !error().isEmpty() ? QByteArray() : bytes;
+}
+
+QByteArray File::readRange(qint64 offset, qint64 length)
+{
+    const qint64 wanted = std::clamp(size() - offset, qint64(0), length);
+    QByteArray bytes(wanted, Qt::Uninitialized);
+    lseek(_descriptor, offset, SEEK_SET);
+    qint64 done = 0;
+    while (done < wanted) {
+        const auto rest = std::as_writable_bytes(std::span(bytes.data(), std::size_t(wanted)));
+        const qint64 count = read(rest.subspan(std::size_t(done)));
+        if (count == 0)
+            break;
+        done += count;
+    }
+    bytes.truncate(done);
+    return bytes;
+}
+
+bool File::write(std::span<const std::byte> bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(_descriptor, bytes.data(), bytes.size());
+        if (count >= 0) {
+            bytes = bytes.subspan(std::size_t(count));
+        } else if (errno != EINTR) {
+            fail(errno);
+            return false;
+        }
+    }
+    return true;
+}
+
+qint64 File::append(File& source, qint64 length)
+{
+    qint64 moved = 0;
+    while (_kernelCopies && moved < length) {
+        const ssize_t count = copy_file_range(source._descriptor, nullptr, _descriptor, nullptr,
+                                              std::size_t(length - moved), 0);
+        if (count > 0)
+            moved += count;
+        else if (count == 0)
+            break; // the end, or a file system that answers so although it has more to read
+        else if (errno != EINTR)
+            _kernelCopies = false; // plain calls from here on: they tell which side failed
+    }
+    return moved + appendThroughBuffer(source, length - moved);
+}
+
+qint64 File::appendThroughBuffer(File& source, qint64 length)
+{
+    qint64 moved = 0;
+    if (length == 0)
+        return moved;
+    std::vector<std::byte> buffer(std::min(BufferSize, std::size_t(length)));
+    while (moved < length) {
+        const auto wanted = std::min(buffer.size(), std::size_t(length - moved));
+        const qint64 count = source.read(std::span(buffer).first(wanted));
+        if (count == 0 || !write(std::span(buffer).first(std::size_t(count))))
+            break;
+        moved += count;
+    }
+    return moved;
+}
+
+bool File::close()
+{
+    if (_descriptor < 0)
+        return true;
+    const int descriptor = _descriptor;
+    _descriptor = -1;
+    if (::close(descriptor) == 0 || errno == EINTR)
+        return true;
+    fail(errno);
+    return false;
+}
+
+void File::fail(int errorNumber)
+{
+    _error = QString::fromStdString(std::generic_category().message(errorNumber));
+}
