@@ -3,6 +3,7 @@
 #include "Base/NSStringEx.h"
 #include "Device/Track.h"
 
+#include <QSet>
 #include <QStringBuilder>
 
 namespace
@@ -96,6 +97,30 @@ QHash<QString, std::vector<Track*>> CategoryIndex::trackMap() const
         });
     }
     return map;
+}
+
+CategoryIndex::AlbumTree CategoryIndex::albumTree() const
+{
+    const QString star = NSStringEx::Star.toString();
+    QHash<QString, QHash<QString, QSet<QString>>> sets;
+    sets[star][star].insert(star); // there even when the category is empty
+    for (const Row& row : _rows) {
+        if (row.flat)
+            continue;
+        forEachCombination(row, [&](const Combination& parts) {
+            const auto [genre, artist, album] = parts;
+            sets[genre.toString()][artist.toString()].insert(album.toString());
+        });
+    }
+    AlbumTree tree;
+    for (auto genre = sets.constBegin(); genre != sets.constEnd(); ++genre) {
+        for (auto artist = genre->constBegin(); artist != genre->constEnd(); ++artist) {
+            QStringList& albums = tree[genre.key()][artist.key()];
+            albums = artist->values();
+            NSStringEx::sortStarFirst(albums);
+        }
+    }
+    return tree;
 }
 
 CategoryIndex::Choice CategoryIndex::choice(const QString& text) const

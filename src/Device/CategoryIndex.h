@@ -45,6 +45,11 @@ public:
     [[nodiscard]] QStringList artists(const QString& genre) const;
     [[nodiscard]] QStringList albums(const QString& genre, const QString& artist) const;
 
+    /// Genre to artist to albums; the albums in the browser's order.
+    using AlbumTree = QHash<QString, QHash<QString, QStringList>>;
+    /// The album tree in full, for the same reader as `trackMap`.
+    [[nodiscard]] AlbumTree albumTree() const;
+
 private:
     enum Level { Genre, Artist, Album, LevelCount };
     /// One combination of a row's own values and "*"; empty parts are not filed.

@@ -1,0 +1,147 @@
+#include "Console/ConsoleExportHost.h"
+
+#include "Console/Interrupt.h"
+#include "Console/Terminal.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace
+{
+constexpr int BarWidth = 24;
+constexpr int TextWidth = 46;
+constexpr qint64 MillisecondsBetweenDrawings = 50;
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("ConsoleExportHost", text);
+}
+
+QString itemName(const ExportItem& item)
+{
+    return item.title.isEmpty() ? item.from : item.title;
+}
+
+QString itemLine(const ExportItem& item)
+{
+    const QString line =
+        QStringLiteral("%1: %2").arg(ExportItem::resultName(item.result), itemName(item));
+    return item.why.isEmpty() ? line : line + QStringLiteral(" (%1)").arg(item.why);
+}
+
+/// A rule for a typed answer: its first letter, a capital one for all that follow.
+std::optional<int> ruleOf(const QString& letter)
+{
+    if (letter == u"n")
+        return KeepBothRule;
+    if (letter == u"o")
+        return OverwriteRule;
+    if (letter == u"s")
+        return SkipRule;
+    return std::nullopt;
+}
+} // namespace
+
+ConsoleExportHost::ConsoleExportHost(bool quiet)
+    : _style(quiet                       ? Style::Quiet
+             : Terminal::showsProgress() ? Style::Bar
+                                         : Style::Lines)
+{
+}
+
+void ConsoleExportHost::showBegin(int count)
+{
+    _count = count;
+    _done = 0;
+}
+
+void ConsoleExportHost::showProgress(const QString& text, double progress)
+{
+    _text = text;
+    drawBar(progress);
+}
+
+bool ConsoleExportHost::exported(double progress)
+{
+    // Readers copy their databases through here as well, before any job has begun.
+    if (_count > 0)
+        drawBar(progress);
+    return !Interrupt::requested();
+}
+
+void ConsoleExportHost::showItem(const ExportItem& item)
+{
+    ++_done;
+    if (_style == Style::Lines) {
+        Terminal::say(QStringLiteral("[%1/%2] %3").arg(_done).arg(_count).arg(itemLine(item)));
+    } else if (item.isFailure()) {
+        clearBar();
+        Terminal::say(itemLine(item));
+    }
+}
+
+void ConsoleExportHost::showFinish(bool /*canceled*/, bool /*alert*/)
+{
+    clearBar();
+    _count = 0;
+}
+
+std::optional<ClashAnswer> ConsoleExportHost::askClash(const QString& path)
+{
+    if (_answerForAll)
+        return _answerForAll;
+    if (!Terminal::canAsk())
+        return ClashAnswer{KeepBothRule, false};
+    clearBar();
+    Terminal::say(ClashRule::question(path));
+    for (;;) {
+        const QString typed = Terminal::ask(tr("(n)umber, (o)verwrite, (s)kip, (a)bort; a "
+                                               "capital letter answers for all:"))
+                                  .trimmed();
+        if (typed.isEmpty() || typed == u"a" || Interrupt::requested())
+            return std::nullopt;
+        if (const std::optional<int> rule = ruleOf(typed.toLower())) {
+            const ClashAnswer answer = {*rule, false};
+            if (typed != typed.toLower())
+                _answerForAll = answer;
+            return answer;
+        }
+    }
+}
+
+std::optional<bool> ConsoleExportHost::checkToiTunes()
+{
+    return false; // the console copies into folders only
+}
+
+void ConsoleExportHost::exportToiTunes(const QString& /*path*/,
+                                       const std::vector<Playlist*>& /*playlists*/)
+{
+}
+
+void ConsoleExportHost::drawBar(double progress)
+{
+    if (_style != Style::Bar)
+        return;
+    if (_lastDrawn.isValid() && _lastDrawn.elapsed() < MillisecondsBetweenDrawings)
+        return;
+    _lastDrawn.start();
+    const double fraction = _count > 0 ? std::clamp(progress / _count, 0.0, 1.0) : 0.0;
+    const int filled = int(fraction * BarWidth);
+    const QString bar = QString(filled, u'#') + QString(BarWidth - filled, u'.');
+    const QString line = QStringLiteral("\r[%1] %2/%3 %4")
+                             .arg(bar)
+                             .arg(std::min(_done + 1, _count))
+                             .arg(_count)
+                             .arg(Terminal::field(_text, TextWidth));
+    std::fputs(line.toUtf8().constData(), stderr);
+}
+
+void ConsoleExportHost::clearBar()
+{
+    if (_style == Style::Bar)
+        std::fputs("\r\033[K", stderr);
+    _lastDrawn.invalidate();
+}

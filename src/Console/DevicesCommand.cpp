@@ -1,0 +1,20 @@
+#include "Console/Commands.h"
+#include "Console/DeviceChooser.h"
+#include "Console/LibraryJson.h"
+#include "Console/Terminal.h"
+
+#include <QCoreApplication>
+
+int Commands::devices(const CommandLine& line)
+{
+    const Device::Devices devices = DeviceChooser::connected();
+    if (line.json) {
+        Terminal::print(LibraryJson::devices(devices));
+        return ExitCode::Done;
+    }
+    for (const auto& [key, device] : devices)
+        Terminal::print(QStringLiteral("%1\t%2\n").arg(key, device->description()));
+    if (devices.empty())
+        Terminal::say(QCoreApplication::translate("DevicesCommand", "No device is connected."));
+    return ExitCode::Done;
+}

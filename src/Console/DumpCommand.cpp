@@ -1,0 +1,21 @@
+#include "Base/Utility.h"
+#include "Console/Commands.h"
+#include "Console/DeviceChooser.h"
+#include "Console/LibraryJson.h"
+#include "Console/Terminal.h"
+
+int Commands::dump(const CommandLine& line)
+{
+    const std::shared_ptr<Device> device = DeviceChooser::choose(line.device);
+    if (!device)
+        return ExitCode::NoDevice;
+    if (!line.previews.isNull()) {
+        const QString problem = Utility::createFolder(line.previews);
+        if (!problem.isEmpty()) {
+            Terminal::say(line.previews + QStringLiteral(": ") + problem);
+            return ExitCode::WrongUsage;
+        }
+    }
+    LibraryJson::write(*device, [](const QByteArray& piece) { Terminal::print(piece); });
+    return ExitCode::Done;
+}

@@ -1,0 +1,204 @@
+#include "Base/PathName.h"
+#include "Console/Categories.h"
+#include "Console/Commands.h"
+#include "Console/ConsoleExportHost.h"
+#include "Console/DeviceChooser.h"
+#include "Console/Interrupt.h"
+#include "Console/Terminal.h"
+#include "Device/TrackDb.h"
+#include "Export/Config.h"
+#include "Export/ExportJob.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+#include <algorithm>
+
+namespace
+{
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("ExportCommand", text);
+}
+
+int ruleOf(const QString& clash)
+{
+    if (clash == u"overwrite")
+        return OverwriteRule;
+    return clash == u"skip" ? SkipRule : KeepBothRule;
+}
+
+/// The settings of this run, which are never saved.
+Config settings(const CommandLine& line)
+{
+    Config config;
+    if (!line.clash.isNull())
+        config.setCopyRule(ruleOf(line.clash));
+    if (!line.destination.isNull()) {
+        const QString base = QDir(line.destination).absolutePath();
+        for (int i = 0; i < Config::FolderCount; ++i) {
+            const auto folder = Config::Folder(i);
+            config.setFolderPath(folder, PathName::join(base, Config::folderName(folder)));
+        }
+    }
+    return config;
+}
+
+/// What the words of the command line stand for, in the order they are exported.
+class Selection
+{
+public:
+    explicit Selection(TrackDb* library)
+        : _library(library)
+    {
+    }
+
+    /// False, after saying why, when `what` names something that is not there.
+    bool add(const QString& what)
+    {
+        if (what.startsWith(Categories::PlaylistPrefix))
+            return addPlaylists(what.sliced(Categories::PlaylistPrefix.size()));
+        if (what.startsWith(Categories::AlbumPrefix)) {
+            Terminal::say(tr("There is no photo album named %1.")
+                              .arg(what.sliced(Categories::AlbumPrefix.size())));
+            return false;
+        }
+        if (what == u"playlists")
+            _parts.push_back({{}, _library ? _library->playlists() : std::vector<Playlist*>()});
+        else if (what == u"all" || what == u"media")
+            _parts.push_back({_library ? _library->tracks() : std::vector<Track*>(), {}});
+        else
+            addCategory(what);
+        return true;
+    }
+
+    void exportAll(ExportJob& job) const
+    {
+        for (const Part& part : _parts) {
+            if (Interrupt::requested())
+                return;
+            job.exportTracks(part.tracks);
+            job.exportPlaylists(part.playlists);
+        }
+    }
+
+private:
+    /// One job: tracks, or playlists.
+    struct Part {
+        std::vector<Track*> tracks;
+        std::vector<Playlist*> playlists;
+    };
+
+    bool addPlaylists(const QString& name)
+    {
+        Part part;
+        if (_library)
+            std::copy_if(_library->playlists().begin(), _library->playlists().end(),
+                         std::back_inserter(part.playlists),
+                         [&](const Playlist* playlist) { return playlist->name == name; });
+        if (part.playlists.empty()) {
+            Terminal::say(tr("There is no playlist named %1.").arg(name));
+            return false;
+        }
+        _parts.push_back(part);
+        return true;
+    }
+
+    void addCategory(const QString& name)
+    {
+        for (const Categories::Media& media : Categories::media()) {
+            if (media.name == name) {
+                if (_library)
+                    _parts.push_back(
+                        {_library->category(media.category).tracks(CategoryIndex::AllKey), {}});
+                return;
+            }
+        }
+        Terminal::say(tr("The device has no %1.").arg(name));
+    }
+
+    TrackDb* _library;
+    std::vector<Part> _parts;
+};
+
+/// Makes the host the delegate for as long as it lives.
+class DelegateScope
+{
+public:
+    explicit DelegateScope(DeviceDelegate& delegate) { Device::setDelegate(&delegate); }
+    ~DelegateScope() { Device::setDelegate(nullptr); }
+    DelegateScope(const DelegateScope&) = delete;
+    DelegateScope& operator=(const DelegateScope&) = delete;
+};
+
+void summarize(const ExportReport& report)
+{
+    using Result = ExportItem::Result;
+    const auto count = [&](Result result) {
+        return std::count_if(report.items().begin(), report.items().end(),
+                             [&](const ExportItem& item) { return item.result == result; });
+    };
+    QString line = tr("%1 copied").arg(count(Result::Copied));
+    for (const Result result :
+         {Result::Skipped, Result::Missing, Result::Incomplete, Result::Failed, Result::Stopped}) {
+        if (count(result) > 0)
+            line +=
+                QStringLiteral(", %1 %2").arg(count(result)).arg(ExportItem::resultName(result));
+    }
+    Terminal::say(line);
+}
+
+int exitCode(const ExportReport& report)
+{
+    if (Interrupt::requested())
+        return ExitCode::Stopped;
+    const bool stopped =
+        std::any_of(report.items().begin(), report.items().end(), [](const ExportItem& item) {
+            return item.result == ExportItem::Result::Stopped;
+        });
+    if (stopped) // the clash question was given up
+        return ExitCode::Stopped;
+    return report.failureCount() == 0 ? ExitCode::Done : ExitCode::SomeNotCopied;
+}
+} // namespace
+
+int Commands::exportMedia(const CommandLine& line)
+{
+    Interrupt::watch();
+    ConsoleExportHost host(line.quiet);
+    const DelegateScope delegate(host);
+    const std::shared_ptr<Device> device = DeviceChooser::choose(line.device);
+    if (!device)
+        return ExitCode::NoDevice;
+
+    ExportReport report;
+    if (!line.report.isNull()) {
+        // Found out now rather than after an hour of copying.
+        const QString problem = report.writeTo(line.report);
+        if (!problem.isEmpty()) {
+            Terminal::say(line.report + QStringLiteral(": ") + problem);
+            return ExitCode::WrongUsage;
+        }
+    }
+    TrackDb* library = device->trackDb();
+    if (library)
+        (void)library->tracks(); // before any category is asked for
+    Selection selection(library);
+    for (const QString& what : line.what) {
+        if (!selection.add(what))
+            return ExitCode::WrongUsage;
+    }
+
+    Config config = settings(line);
+    ExportJob job(device, config, host, report, Interrupt::requested());
+    selection.exportAll(job);
+
+    if (!line.report.isNull()) {
+        const QString problem = report.writeTo(line.report);
+        if (!problem.isEmpty())
+            Terminal::say(line.report + QStringLiteral(": ") + problem);
+    }
+    if (!line.quiet)
+        summarize(report);
+    return exitCode(report);
+}

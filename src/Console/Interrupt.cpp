@@ -1,0 +1,30 @@
+#include "Console/Interrupt.h"
+
+#include <csignal>
+
+namespace
+{
+std::atomic<bool> stopRequested = false;
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler may set it");
+
+void requestStop(int /*signal*/)
+{
+    stopRequested = true;
+}
+} // namespace
+
+void Interrupt::watch()
+{
+    for (const int signal : {SIGINT, SIGTERM}) {
+        struct sigaction action = {};
+        action.sa_handler = requestStop;
+        // The second of its kind meets the system's own handler. Calls go on after the first.
+        action.sa_flags = int(SA_RESETHAND | SA_RESTART);
+        sigaction(signal, &action, nullptr);
+    }
+}
+
+const std::atomic<bool>& Interrupt::requested()
+{
+    return stopRequested;
+}

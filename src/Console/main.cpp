@@ -1,0 +1,53 @@
+#include "Console/CommandLine.h"
+#include "Console/Commands.h"
+#include "Device/Device.h"
+
+#include <QCoreApplication>
+
+#include <langinfo.h>
+
+#include <clocale>
+#include <cstdio>
+#include <cstring>
+
+namespace
+{
+/// Names on devices are Unicode; a locale that is not would only make Qt complain.
+void useUtf8()
+{
+    std::setlocale(LC_ALL, "");
+    if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) {
+        qputenv("LC_ALL", "C.UTF-8");
+        std::setlocale(LC_ALL, "");
+    }
+}
+
+int run(const CommandLine& line)
+{
+    switch (line.command) {
+    case CommandLine::Command::Devices:
+        return Commands::devices(line);
+    case CommandLine::Command::List:
+        return Commands::list(line);
+    case CommandLine::Command::Dump:
+        return Commands::dump(line);
+    case CommandLine::Command::Export:
+        return Commands::exportMedia(line);
+    }
+    return ExitCode::WrongUsage;
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    useUtf8();
+    int exitCode = ExitCode::Done;
+    const std::optional<CommandLine> line = CommandLine::parse(argc, argv, exitCode);
+    if (!line)
+        return exitCode;
+
+    const QCoreApplication application(argc, argv);
+    exitCode = run(*line);
+    Device::uninit();
+    return exitCode;
+}

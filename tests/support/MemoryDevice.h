@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Device/Device.h"
+
+#include <QHash>
+
+/// A device whose files are given by a test: for readers alone, without a file system.
+class MemoryDevice final : public Device
+{
+public:
+    explicit MemoryDevice(const QString& prefix = QStringLiteral("/Volumes/P"))
+    {
+        _prefix = prefix;
+        _controlPath = prefix + QStringLiteral("/iPod_Control");
+    }
+
+    void put(const QString& path, const QByteArray& content) { _files[path] = content; }
+
+    bool fileExists(const QString& path) override { return _files.contains(path); }
+    QByteArray read(const QString& path) override { return _files.value(path); }
+
+private:
+    QHash<QString, QByteArray> _files;
+};
