@@ -1,5 +1,6 @@
 #include "Platform/Archive.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -84,7 +85,11 @@ QString Archive::pack(const QString& folder, const QString& archive)
         zip_error_fini(&error);
         return why;
     }
-    if (!addAll(writer.get(), folder) || zip_close(writer.get()) != 0)
+    if (!addAll(writer.get(), folder))
+        return words(zip_get_error(writer.get()));
+    if (zip_get_num_entries(writer.get(), 0) == 0) // the library would write no file at all
+        return QCoreApplication::translate("Archive", "The folder is empty");
+    if (zip_close(writer.get()) != 0)
         return words(zip_get_error(writer.get()));
     (void)writer.release(); // closed, and so freed
     return {};

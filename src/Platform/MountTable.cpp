@@ -4,11 +4,14 @@
 #include <QHash>
 #include <QSet>
 
+#include <fcntl.h>
 #include <libmount/libmount.h>
+#include <sys/stat.h>
 #include <sys/sysmacros.h>
 
 #include <algorithm>
 #include <memory>
+#include <tuple>
 
 namespace
 {
@@ -31,8 +34,20 @@ MountEntry entryOf(libmnt_fs* fileSystem)
     entry.path = text(mnt_fs_get_target(fileSystem));
     entry.type = text(mnt_fs_get_fstype(fileSystem));
     entry.source = text(mnt_fs_get_srcpath(fileSystem));
+    entry.root = text(mnt_fs_get_root(fileSystem));
     entry.major = major(mnt_fs_get_devno(fileSystem));
     return entry;
+}
+
+/// The id that the kernel gives to no other mount until it is started anew; 0 where it knows of
+/// no such thing.
+quint64 uniqueMountId(const QString& path)
+{
+    constexpr unsigned UniqueMountId = 0x4000; // STATX_MNT_ID_UNIQUE, newer than the C library
+    struct statx status = {};
+    const int result = statx(AT_FDCWD, QFile::encodeName(path).constData(),
+                             AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC, UniqueMountId, &status);
+    return result == 0 && (status.stx_mask & UniqueMountId) != 0 ? status.stx_mnt_id : 0;
 }
 
 /// File systems without a block device whose files are this computer's own all the same.
@@ -98,8 +113,10 @@ MountTable MountTable::localVolumes() const
         visible[entry.path] = entry.id;
     MountTable local;
     for (const MountEntry& entry : _entries) {
-        if (visible.value(entry.path) == entry.id && isLocalVolume(entry))
-            local._entries.push_back(entry);
+        if (visible.value(entry.path) != entry.id || !isLocalVolume(entry))
+            continue;
+        local._entries.push_back(entry);
+        local._entries.back().uniqueId = uniqueMountId(entry.path);
     }
     return local;
 }
@@ -107,11 +124,14 @@ MountTable MountTable::localVolumes() const
 MountTable::Changes MountTable::changesTo(const MountTable& later) const
 {
     const auto missingFrom = [](const MountTable& table) {
-        QHash<int, QString> known;
+        QHash<int, MountEntry> known;
         for (const MountEntry& entry : table._entries)
-            known.insert(entry.id, entry.path);
-        // The kernel gives a freed id to a later mount: it is the same only at the same path.
-        return [known](const MountEntry& entry) { return known.value(entry.id) != entry.path; };
+            known.insert(entry.id, entry);
+        return [known](const MountEntry& entry) {
+            const MountEntry other = known.value(entry.id);
+            return std::tie(other.path, other.source, other.root, other.uniqueId) !=
+                   std::tie(entry.path, entry.source, entry.root, entry.uniqueId);
+        };
     };
     Changes changes;
     std::copy_if(_entries.begin(), _entries.end(), std::back_inserter(changes.unmounted),

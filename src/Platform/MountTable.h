@@ -6,11 +6,14 @@
 
 /// One mounted file system, as the kernel lists it.
 struct MountEntry {
-    int id = 0;         ///< new with each mount, never the same for two at a time
+    int id = 0;         ///< no two at a time have the same, but a later one may
     QString path;       ///< where it is mounted
     QString type;       ///< of the file system, as in "vfat" or "fuse.sshfs"
     QString source;     ///< what it was mounted from, as in "/dev/sda1"
+    QString root;       ///< the folder of the file system that is shown; "/" for all of it
     unsigned major = 0; ///< of the block device behind it; 0 for none
+    /// Never given twice. Known for local volumes only, and 0 where the kernel does not tell.
+    quint64 uniqueId = 0;
 };
 
 /// The mounts of this process at one moment.
@@ -32,8 +35,8 @@ public:
     [[nodiscard]] const std::vector<MountEntry>& entries() const { return _entries; }
     /// The local volumes that can be reached: of several mounts at one path, only the last.
     [[nodiscard]] MountTable localVolumes() const;
-    /// From this table to a later one. Told by the mounts' ids, so that a path that was mounted
-    /// anew in the meantime is an unmount and a mount.
+    /// From this table to a later one. Told by the mounts and not by their paths alone: a path
+    /// that was mounted anew in the meantime is an unmount and a mount.
     [[nodiscard]] Changes changesTo(const MountTable& later) const;
 
     /// Whether this computer's own storage or memory backs a mount. Decided from the table

@@ -16,6 +16,7 @@ public:
 
     void put(const QString& path, const QByteArray& content) { _files[path] = content; }
 
+    using Device::read;
     bool fileExists(const QString& path) override { return _files.contains(path); }
     QByteArray read(const QString& path) override { return _files.value(path); }
 

@@ -1,0 +1,121 @@
+#include "Platform/File.h"
+
+#include "support/Files.h"
+#include "support/PrivateMounts.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <vector>
+
+namespace
+{
+class FileTest : public testing::Test
+{
+protected:
+    QString path(const char* name) const { return _folder.filePath(QString::fromUtf8(name)); }
+
+    static std::vector<std::byte> bytes(const QByteArray& content)
+    {
+        const auto view = std::as_bytes(std::span(content.constData(), size_t(content.size())));
+        return {view.begin(), view.end()};
+    }
+
+    QTemporaryDir _folder;
+};
+} // namespace
+
+TEST_F(FileTest, OpensNothingThatCouldBlock)
+{
+    ASSERT_EQ(mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0);
+    EXPECT_FALSE(File(path("pipe"), File::Mode::Read).isOpen());
+    EXPECT_FALSE(File(path("pipe"), File::Mode::Create).isOpen());
+    EXPECT_FALSE(File("/dev/zero", File::Mode::Read).isOpen());
+    const File folder(path("."), File::Mode::Read);
+    EXPECT_FALSE(folder.isOpen());
+    EXPECT_EQ(folder.error(), "Is a directory");
+}
+
+TEST_F(FileTest, SaysInTheSystemsWordsWhyItCannotOpen)
+{
+    EXPECT_EQ(File(path("none"), File::Mode::Read).error(), "No such file or directory");
+    EXPECT_EQ(File(path("no/folder"), File::Mode::Create).error(), "No such file or directory");
+    EXPECT_EQ(File(path(".") + "/" + QString(300, u'n'), File::Mode::Create).error(),
+              "File name too long");
+}
+
+TEST_F(FileTest, RefusesANameWithAZero)
+{
+    const QString name = path("so") + QChar(QChar::Null) + ".mp3";
+    EXPECT_FALSE(File(name, File::Mode::Create).isOpen());
+    EXPECT_FALSE(QFileInfo::exists(path("so")));
+}
+
+TEST_F(FileTest, ReadsAllAndRanges)
+{
+    const QByteArray content = Files::content(300000);
+    Files::write(path("a"), content);
+    File file(path("a"), File::Mode::Read);
+    EXPECT_EQ(file.size(), 300000);
+    EXPECT_EQ(file.readAll(), content);
+    EXPECT_EQ(file.readRange(1000, 5), content.sliced(1000, 5));
+    EXPECT_EQ(file.readRange(299999, 100), content.last(1));
+    EXPECT_TRUE(file.readRange(300000, 100).isEmpty());
+    EXPECT_TRUE(file.readRange(4000000000, 100).isEmpty());
+}
+
+TEST_F(FileTest, ReadsWhatReportsNoSize)
+{
+    File file("/proc/self/status", File::Mode::Read);
+    EXPECT_EQ(file.size(), 0);
+    EXPECT_TRUE(file.readAll().startsWith("Name:"));
+}
+
+TEST_F(FileTest, MovesBytesWithinAFileSystem)
+{
+    const QByteArray content = Files::content(300000);
+    Files::write(path("a"), content);
+    File source(path("a"), File::Mode::Read);
+    File destination(path("b"), File::Mode::Create);
+    EXPECT_EQ(destination.append(source, 1000), 1000);
+    EXPECT_EQ(destination.append(source, 1000000), 299000);
+    EXPECT_EQ(destination.append(source, 1000), 0);
+    EXPECT_TRUE(destination.close());
+    EXPECT_EQ(destination.error() + source.error(), "");
+    EXPECT_EQ(Files::read(path("b")), content);
+}
+
+TEST_F(FileTest, MovesBytesAcrossFileSystems)
+{
+    PrivateMounts::enter();
+    const auto memory = PrivateMounts::Mount::memory(path("memory"), 1 << 20);
+    const QByteArray content = Files::content(300000);
+    Files::write(path("a"), content);
+    File source(path("a"), File::Mode::Read);
+    File destination(path("memory/b"), File::Mode::Create);
+    EXPECT_EQ(destination.append(source, 400000), 300000);
+    EXPECT_TRUE(destination.close());
+    EXPECT_EQ(Files::read(path("memory/b")), content);
+}
+
+TEST_F(FileTest, TellsOfAFullFileSystem)
+{
+    PrivateMounts::enter();
+    const auto memory = PrivateMounts::Mount::memory(path("memory"), 1 << 16);
+    Files::write(path("a"), Files::content(300000));
+    File source(path("a"), File::Mode::Read);
+    File destination(path("memory/b"), File::Mode::Create);
+    EXPECT_LT(destination.append(source, 300000), 300000);
+    EXPECT_EQ(destination.error(), "No space left on device");
+    EXPECT_EQ(source.error(), "");
+}
+
+TEST_F(FileTest, ReplacesWhatIsThere)
+{
+    Files::write(path("a"), "a long old content");
+    {
+        File file(path("a"), File::Mode::Create);
+        EXPECT_TRUE(file.write(bytes("new")));
+    }
+    EXPECT_EQ(Files::read(path("a")), "new");
+}
