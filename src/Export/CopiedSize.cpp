@@ -9,17 +9,52 @@
 
 namespace
 {
-QString fileDifference(Device& device, const QString& from, const QString& to)
+QString words(qint64 copied, double reported)
 {
-    const double reported = device.getFileSize(from);
-    const qint64 copied = QFileInfo(to).size();
-    if (reported == double(copied))
-        return {};
     return QCoreApplication::translate("CopiedSize", "%1 of %2 bytes were copied")
         .arg(copied)
         .arg(reported, 0, 'f', 0);
 }
+
+/// What a file, or a folder with all it holds, has too little or too much of.
+QString differenceNow(Device& device, const QString& from, const QString& to)
+{
+    if (!QFileInfo(to).isDir()) {
+        const double reported = device.getFileSize(from);
+        const qint64 copied = QFileInfo(to).size();
+        return reported == double(copied) ? QString() : words(copied, reported);
+    }
+    // The copy is finite and has no links, so following it keeps the walk finite as well,
+    // whatever the device claims to hold.
+    const QStringList files = device.getFiles(from);
+    const QStringList folders = device.getDirs(from);
+    for (const QString& name : files + folders) {
+        const QString copy = PathName::join(to, name);
+        const QString problem =
+            QFileInfo::exists(copy)
+                ? differenceNow(device, PathName::join(from, name), copy)
+                : QCoreApplication::translate("CopiedSize", "It was not copied");
+        if (!problem.isEmpty())
+            return name + QStringLiteral(": ") + problem;
+    }
+    return {};
+}
 } // namespace
+
+CopiedSize::CopiedSize(Device& device, const QString& from)
+    : _device(device)
+    , _from(from)
+    , _reportedBefore(device.getFileSize(from))
+{
+}
+
+QString CopiedSize::difference(const QString& to) const
+{
+    const QFileInfo copy(to);
+    if (!copy.isDir() && double(copy.size()) < _reportedBefore)
+        return words(copy.size(), _reportedBefore);
+    return differenceNow(_device, _from, to);
+}
 
 qint64 CopiedSize::onComputer(const QString& path)
 {
@@ -32,24 +67,4 @@ qint64 CopiedSize::onComputer(const QString& path)
     while (files.hasNext())
         bytes += QFileInfo(files.next()).size();
     return bytes;
-}
-
-QString CopiedSize::difference(Device& device, const QString& from, const QString& to)
-{
-    if (!QFileInfo(to).isDir())
-        return fileDifference(device, from, to);
-    // The copy is finite and has no links, so following it keeps the walk finite as well,
-    // whatever the device claims to hold.
-    const QStringList files = device.getFiles(from);
-    const QStringList folders = device.getDirs(from);
-    for (const QString& name : files + folders) {
-        const QString copy = PathName::join(to, name);
-        const QString problem =
-            QFileInfo::exists(copy)
-                ? difference(device, PathName::join(from, name), copy)
-                : QCoreApplication::translate("CopiedSize", "It was not copied");
-        if (!problem.isEmpty())
-            return name + QStringLiteral(": ") + problem;
-    }
-    return {};
 }

@@ -176,15 +176,15 @@ void ExportJob::copy(ExportItem& item, int index)
     }
     const QFileInfo destination(item.to);
     const bool wasThere = destination.exists() || destination.isSymLink();
-    const CopyResult copied = _device->copyOut(item.from, item.to, index);
-    judge(item, copied);
+    const CopiedSize size(*_device, item.from);
+    judge(item, _device->copyOut(item.from, item.to, index), size);
     // Only a folder that this copy made may be packed and deleted.
     const bool madeFolder = !wasThere && QFileInfo(item.to).isDir();
     if (madeFolder && item.result == Result::Copied)
         pack(item);
 }
 
-void ExportJob::judge(ExportItem& item, const CopyResult& copied)
+void ExportJob::judge(ExportItem& item, const CopyResult& copied, const CopiedSize& size)
 {
     const bool written = copied.end != CopyResult::End::Missing;
     item.bytes = written ? CopiedSize::onComputer(item.to) : 0;
@@ -204,7 +204,7 @@ void ExportJob::judge(ExportItem& item, const CopyResult& copied)
     case CopyResult::End::Whole:
         break;
     }
-    const QString difference = CopiedSize::difference(*_device, item.from, item.to);
+    const QString difference = size.difference(item.to);
     if (!difference.isEmpty())
         settle(item, Result::Incomplete, difference);
 }

@@ -10,6 +10,7 @@
 #include <vector>
 
 class Config;
+class CopiedSize;
 class Device;
 class ExportHost;
 struct CopyResult;
@@ -46,7 +47,7 @@ private:
     Next exportOne(const Entry& entry, int index);
     /// Copies to a path that was chosen, and fills in what became of it.
     void copy(ExportItem& item, int index);
-    void judge(ExportItem& item, const CopyResult& copied);
+    void judge(ExportItem& item, const CopyResult& copied, const CopiedSize& size);
     void pack(ExportItem& item);
     [[nodiscard]] QString destinationProblem(const Entry& entry) const;
     void report(ExportItem item);

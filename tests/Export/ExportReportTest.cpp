@@ -1,0 +1,81 @@
+#include "Export/ExportReport.h"
+
+#include "Base/Utility.h"
+#include "support/Files.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+using Result = ExportItem::Result;
+
+ExportItem item(const QString& title, Result result, const QString& why = {})
+{
+    ExportItem item;
+    item.title = title;
+    item.from = "/device/a.mp3";
+    item.to = "/home/a.mp3";
+    item.bytes = 5000000000;
+    item.result = result;
+    item.why = why;
+    return item;
+}
+} // namespace
+
+TEST(ExportReportTest, WritesAnItemAsOneLineOfJson)
+{
+    const QByteArray line = item(QString::fromUtf8("Ёл\nка"), Result::Failed, "Why").toJson();
+    EXPECT_FALSE(line.contains('\n'));
+    const QJsonObject object = QJsonDocument::fromJson(line).object();
+    EXPECT_EQ(object.keys(),
+              QStringList({"bytes", "from", "kind", "result", "title", "to", "why"}));
+    EXPECT_EQ(object["kind"].toString(), "track");
+    EXPECT_EQ(object["title"].toString(), QString::fromUtf8("Ёл\nка"));
+    EXPECT_EQ(object["bytes"].toInteger(), 5000000000);
+    EXPECT_EQ(object["result"].toString(), "failed");
+    EXPECT_TRUE(line.contains("\"bytes\":5000000000"));
+}
+
+TEST(ExportReportTest, WritesNullForWhatIsNotThere)
+{
+    ExportItem empty;
+    empty.kind = ExportItem::Kind::Photo;
+    const QJsonObject object = QJsonDocument::fromJson(empty.toJson()).object();
+    for (const char* key : {"title", "from", "to", "why"})
+        EXPECT_TRUE(object[QLatin1String(key)].isNull()) << key;
+    EXPECT_EQ(object["kind"].toString(), "photo");
+}
+
+TEST(ExportReportTest, CountsWhatWasNotCopied)
+{
+    ExportReport report;
+    for (const Result result : {Result::Copied, Result::Skipped, Result::Missing,
+                                Result::Incomplete, Result::Failed, Result::Stopped})
+        report.add(item("x", result));
+    EXPECT_EQ(report.failureCount(), 3U);
+    EXPECT_EQ(report.items().size(), 6U);
+}
+
+TEST(ExportReportTest, LeavesALogThatGrowsWithTheExport)
+{
+    ExportReport report;
+    EXPECT_EQ(report.logPath(), Utility::logFolder() + "/export.log");
+    report.add(item("One", Result::Copied));
+    EXPECT_EQ(Files::read(report.logPath()).count('\n'), 1);
+    report.add(item("Two", Result::Copied));
+    EXPECT_EQ(Files::read(report.logPath()).count('\n'), 2);
+    const QTemporaryDir folder;
+    EXPECT_EQ(report.writeTo(folder.filePath("report")), "");
+    EXPECT_EQ(Files::read(folder.filePath("report")), Files::read(report.logPath()));
+    const ExportReport next;
+    EXPECT_EQ(Files::read(next.logPath()), "");
+}
+
+TEST(ExportReportTest, SaysWhyItCannotBeWritten)
+{
+    const QTemporaryDir folder;
+    EXPECT_NE(ExportReport().writeTo(folder.filePath("no/folder/report")), "");
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "Base/PathName.h"
+#include "Device/Device.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+/// A device that copies whole folders, as phones do, from a folder of the computer. Paths are
+/// rooted at "/".
+class FolderDevice final : public Device
+{
+public:
+    explicit FolderDevice(const QString& root)
+        : _root(root)
+    {
+        _prefix = QStringLiteral("/");
+        _controlPath = QStringLiteral("/iTunes_Control");
+        _bookPath = QStringLiteral("/Books");
+    }
+
+    /// Files that are left out of copies, as if the connection had broken.
+    QStringList lost;
+
+    using Device::read;
+    bool fileExists(const QString& path) override { return QFileInfo::exists(local(path)); }
+    bool isDirectory(const QString& path) override { return QFileInfo(local(path)).isDir(); }
+    QStringList getFiles(const QString& folder) override
+    {
+        return QDir(local(folder)).entryList(QDir::Files);
+    }
+    QStringList getDirs(const QString& folder) override
+    {
+        return QDir(local(folder)).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    }
+    double getFileSize(const QString& path) override
+    {
+        return double(QFileInfo(local(path)).size());
+    }
+    CopyResult copyOut(const QString& from, const QString& to, std::optional<int> progress) override
+    {
+        if (lost.contains(PathName::lastComponent(from)))
+            return {};
+        if (!isDirectory(from)) {
+            QFile::copy(local(from), to);
+            return {};
+        }
+        if (!QDir().mkdir(to))
+            return {};
+        for (const QString& name : getDirs(from) + getFiles(from))
+            copyOut(PathName::join(from, name), PathName::join(to, name), progress);
+        return {};
+    }
+
+private:
+    [[nodiscard]] QString local(const QString& path) const { return PathName::join(_root, path); }
+
+    QString _root;
+};
