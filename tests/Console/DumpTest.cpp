@@ -1,0 +1,167 @@
+#include "support/ConsoleRun.h"
+#include "support/ITunesDbWriter.h"
+#include "support/LargeLibrary.h"
+#include "support/SamplePlayer.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+class DumpCommand : public testing::Test
+{
+protected:
+    QJsonObject dump(const TestLibrary& library)
+    {
+        Files::write(_folder.filePath("iPod_Control/iTunes/iTunesDB"),
+                     ITunesDbWriter::write(library));
+        return dump();
+    }
+    QJsonObject dump()
+    {
+        const ConsoleRun run({"dump", "--device", _folder.path()});
+        EXPECT_EQ(run.exitCode, 0);
+        EXPECT_EQ(run.errors, "");
+        return run.json();
+    }
+
+    QTemporaryDir _folder;
+};
+
+QJsonValue textOrNull(const QString& text)
+{
+    return text.isNull() ? QJsonValue(QJsonValue::Null) : QJsonValue(text);
+}
+
+QJsonArray numbers(std::initializer_list<int> list)
+{
+    QJsonArray array;
+    for (const int number : list)
+        array.append(number);
+    return array;
+}
+} // namespace
+
+TEST_F(DumpCommand, DescribesTheDevice)
+{
+    const QJsonObject document = dump(SamplePlayer::library());
+    const QJsonObject device = document["device"].toObject();
+    EXPECT_EQ(device["key"].toString(), _folder.path());
+    EXPECT_EQ(device["prefix"].toString(), _folder.path());
+    EXPECT_EQ(device["family"].toString(), "volume");
+    EXPECT_EQ(device["controlPath"].toString(), _folder.path() + "/iPod_Control");
+    EXPECT_TRUE(device["bookPath"].isNull());
+    EXPECT_EQ(device["description"].toString(), "Mira's Player");
+    for (const char* reader : {"bookDb", "voiceMemoDb", "photoDb", "cameraRollDb"}) {
+        EXPECT_TRUE(document.contains(QLatin1String(reader)));
+        EXPECT_TRUE(document[QLatin1String(reader)].isNull());
+    }
+}
+
+TEST_F(DumpCommand, HasEveryTrackAndPlaylist)
+{
+    const TestLibrary library = SamplePlayer::library();
+    const QJsonObject db = dump(library)["trackDb"].toObject();
+    EXPECT_EQ(db["format"].toString(), "iTunesDB");
+    EXPECT_EQ(db["name"].toString(), library.name);
+    const QJsonArray items = db["items"].toArray();
+    const QJsonArray tracks = db["tracks"].toArray();
+    ASSERT_EQ(items.size(), qsizetype(library.tracks.size()));
+    ASSERT_EQ(tracks.size(), items.size());
+    for (qsizetype i = 0; i < items.size(); ++i) {
+        const TestTrack& track = library.tracks[std::size_t(i)];
+        const QJsonObject item = items[i].toObject();
+        EXPECT_EQ(tracks[i].toInt(), i);
+        EXPECT_EQ(item["title"], textOrNull(track.title));
+        EXPECT_EQ(item["artist"], textOrNull(track.artist));
+        EXPECT_EQ(item["album"], textOrNull(track.album));
+        EXPECT_EQ(item["genre"], textOrNull(track.genre));
+        EXPECT_EQ(item["path"].toString(),
+                  _folder.path() + QString(track.location).replace(u':', u'/'));
+        EXPECT_EQ(item["duration"].toDouble(), track.milliseconds / 1000.0);
+        EXPECT_EQ(item["isPodcast"].toBool(), track.podcast);
+    }
+    const QJsonArray playlists = db["playlists"].toArray();
+    ASSERT_EQ(playlists.size(), 6);
+    EXPECT_EQ(playlists[4].toObject()["name"].toString(), "Twice the Fun");
+    EXPECT_EQ(playlists[4].toObject()["tracks"].toArray(), numbers({5, 9, 5}));
+    EXPECT_EQ(playlists[5].toObject()["tracks"].toArray(), QJsonArray());
+    EXPECT_EQ(items[5].toObject()["playlists"].toArray(), numbers({4, 4}));
+}
+
+TEST_F(DumpCommand, HasTheIndexAndTheAlbumTree)
+{
+    TestTrack track;
+    track.id = 1;
+    track.title = "One";
+    track.genre = "Rock";
+    track.artist = "A";
+    track.album = "B";
+    TestTrack ringtone = track;
+    ringtone.id = 2;
+    ringtone.mediaKind = 16384;
+    const QJsonObject db = dump({"Player", {track, ringtone}, {}})["trackDb"].toObject();
+    const QJsonObject index = db["index"].toObject();
+    EXPECT_EQ(index.keys(), QStringList({"audiobooks", "books", "movies", "music", "podcasts",
+                                         "ringtones", "tvShows"}));
+    EXPECT_EQ(index["music"].toObject().keys(),
+              QStringList({"*|*|*", "*|*|B", "*|A|*", "*|A|B", "Rock|*|*", "Rock|*|B", "Rock|A|*",
+                           "Rock|A|B"}));
+    EXPECT_EQ(index["music"].toObject()["Rock|A|B"].toArray(), numbers({0}));
+    EXPECT_EQ(index["ringtones"].toObject(), (QJsonObject{{"*|*|*", numbers({1})}}));
+    EXPECT_EQ(index["movies"].toObject(), (QJsonObject{{"*|*|*", QJsonArray()}}));
+    const QJsonObject albums = db["albums"].toObject();
+    EXPECT_FALSE(albums.contains("ringtones"));
+    const QJsonObject artists = {{"*", QJsonArray({"*", "B"})}, {"A", QJsonArray({"*", "B"})}};
+    EXPECT_EQ(albums["music"].toObject(), (QJsonObject{{"*", artists}, {"Rock", artists}}));
+}
+
+TEST_F(DumpCommand, TellsNullFromEmptyAndPrintsPlainNumbers)
+{
+    TestTrack nothing;
+    nothing.id = 1;
+    TestTrack empty = nothing;
+    empty.id = 2;
+    empty.title = "";
+    empty.milliseconds = 250000;
+    const QJsonArray items =
+        dump({QString(), {nothing, empty}, {}})["trackDb"].toObject()["items"].toArray();
+    EXPECT_TRUE(items[0].toObject()["title"].isNull());
+    EXPECT_TRUE(items[0].toObject()["path"].isNull());
+    EXPECT_EQ(items[1].toObject()["title"], QJsonValue(""));
+    const ConsoleRun run({"dump", "--device", _folder.path()});
+    EXPECT_TRUE(run.output.contains("\"duration\":250,"));
+}
+
+TEST_F(DumpCommand, StaysValidWithTextsThatAreNoText)
+{
+    TestTrack odd;
+    odd.id = 1;
+    odd.title = QString("a") + QChar(0xD800) + "b" + QChar(QChar::Null) + "\"\\\n";
+    odd.genre = "G|H";
+    const QJsonArray items = dump({"Player", {odd}, {}})["trackDb"].toObject()["items"].toArray();
+    EXPECT_TRUE(items[0].toObject()["title"].toString().startsWith("a"));
+}
+
+TEST_F(DumpCommand, GivesWhatADamagedDatabaseStillHolds)
+{
+    const QByteArray whole = ITunesDbWriter::write(SamplePlayer::library());
+    Files::write(_folder.filePath("iPod_Control/iTunes/iTunesDB"), whole.first(whole.size() / 2));
+    const QJsonObject db = dump()["trackDb"].toObject();
+    EXPECT_GT(db["items"].toArray().size(), 50);
+    EXPECT_TRUE(db["name"].isNull());
+}
+
+TEST_F(DumpCommand, HasNoLibraryForADeviceWithoutOne)
+{
+    ASSERT_TRUE(QDir(_folder.path()).mkdir("iTunes_Control"));
+    EXPECT_TRUE(dump()["trackDb"].isNull());
+}
+
+TEST_F(DumpCommand, MakesTheFolderForPreviews)
+{
+    EXPECT_EQ(SamplePlayer::write(_folder.filePath("player")), "");
+    const ConsoleRun run({"dump", "--device", _folder.filePath("player"), "--previews",
+                          _folder.filePath("previews")});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(QDir(_folder.filePath("previews")).exists());
+}

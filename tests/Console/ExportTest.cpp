@@ -1,0 +1,233 @@
+#include "support/ConsoleRun.h"
+#include "support/PrivateMounts.h"
+#include "support/SamplePlayer.h"
+
+#include <QDateTime>
+#include <QDirIterator>
+#include <QSettings>
+
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <algorithm>
+
+namespace
+{
+class ExportCommand : public testing::Test
+{
+protected:
+    ExportCommand() { EXPECT_EQ(SamplePlayer::write(path("player")), ""); }
+
+    QString path(const QString& name) const { return _folder.filePath(name); }
+    QStringList command(const QStringList& what) const
+    {
+        return QStringList({"export", "--device", path("player"), "--to", path("out"), "--report",
+                            path("report")}) +
+               what;
+    }
+    ConsoleRun exported(const QStringList& what) const { return ConsoleRun(command(what)); }
+    std::vector<QJsonObject> report() const { return readReport(path("report")); }
+
+    /// Whether each item that the report calls copied is there, byte for byte.
+    void checkCopies() const
+    {
+        for (const QJsonObject& item : report()) {
+            if (item["result"].toString() != "copied")
+                continue;
+            const QByteArray content = Files::read(item["to"].toString());
+            EXPECT_EQ(content, Files::read(item["from"].toString()));
+            EXPECT_EQ(item["bytes"].toInteger(), content.size());
+        }
+    }
+    static int count(const std::vector<QJsonObject>& items, const char* result)
+    {
+        return int(std::count_if(items.begin(), items.end(), [&](const QJsonObject& item) {
+            return item["result"].toString() == QLatin1String(result);
+        }));
+    }
+    QString deviceFile(int number) const
+    {
+        return path("player") +
+               SamplePlayer::library().tracks[std::size_t(number)].location.replace(u':', u'/');
+    }
+
+private:
+    QTemporaryDir _folder;
+};
+} // namespace
+
+TEST_F(ExportCommand, CopiesEverythingByteForByte)
+{
+    const ConsoleRun run = exported({"all"});
+    EXPECT_EQ(run.exitCode, 0) << run.errors.toStdString();
+    EXPECT_TRUE(run.output.isEmpty());
+    const std::size_t tracks = SamplePlayer::library().tracks.size();
+    ASSERT_EQ(report().size(), tracks);
+    EXPECT_EQ(count(report(), "copied"), int(tracks));
+    checkCopies();
+    EXPECT_TRUE(QFileInfo(path("out/TV Shows/Station Nine/Station Nine, Season 1/Episode 10.mov"))
+                    .isFile());
+    EXPECT_TRUE(QFileInfo(path("out/Ringtones/Ring 3.wav")).isFile());
+    EXPECT_TRUE(
+        QFileInfo(path("out/Music/Copper & Rain/Odds and Ends/Side A/Side B.wav")).isFile());
+    EXPECT_TRUE(QFileInfo(path("out/Music/Copper & Rain/Odds and Ends/Same Name1.wav")).isFile());
+}
+
+TEST_F(ExportCommand, ShowsALineForEachItemWithoutATerminal)
+{
+    const ConsoleRun run = exported({"movies"});
+    EXPECT_TRUE(run.errors.contains("[1/6] copied: The Long Summer, Reel 1\n"));
+    EXPECT_TRUE(run.errors.endsWith("6 copied\n"));
+    EXPECT_EQ(exported({"movies", "--quiet"}).errors, "");
+}
+
+TEST_F(ExportCommand, CopiesCategoriesAndPlaylistsOneAfterTheOther)
+{
+    const ConsoleRun run = exported({"ringtones", "playlist=Twice the Fun", "movies"});
+    EXPECT_EQ(run.exitCode, 0);
+    ASSERT_EQ(report().size(), 8U + 3U + 6U);
+    EXPECT_EQ(report()[8]["to"].toString().section('/', -3, -2), "Playlists/Twice the Fun");
+    checkCopies();
+}
+
+TEST_F(ExportCommand, CopiesAllPlaylists)
+{
+    EXPECT_EQ(exported({"playlists"}).exitCode, 0);
+    EXPECT_EQ(report().size(), 20U + 15U + 11U + 6U + 3U);
+    checkCopies();
+}
+
+TEST_F(ExportCommand, SaysWhichPlaylistOrAlbumIsNotThere)
+{
+    const ConsoleRun playlist = exported({"playlist=Nowhere"});
+    EXPECT_EQ(playlist.exitCode, 2);
+    EXPECT_TRUE(playlist.errors.contains("Nowhere"));
+    const ConsoleRun album = exported({"album=Nothing"});
+    EXPECT_EQ(album.exitCode, 2);
+    EXPECT_TRUE(album.errors.contains("Nothing"));
+}
+
+TEST_F(ExportCommand, NumbersOverwritesOrSkips)
+{
+    EXPECT_EQ(exported({"movies"}).exitCode, 0);
+    const QString first = report()[0]["to"].toString();
+    Files::write(first, "changed");
+    EXPECT_EQ(exported({"movies", "--clash", "skip"}).exitCode, 0);
+    EXPECT_EQ(count(report(), "skipped"), 6);
+    EXPECT_EQ(Files::read(first), "changed");
+    EXPECT_EQ(exported({"movies", "--clash", "number"}).exitCode, 0);
+    EXPECT_EQ(report()[0]["to"].toString(), QString(first).replace(".mov", "1.mov"));
+    EXPECT_EQ(exported({"movies", "--clash", "overwrite"}).exitCode, 0);
+    EXPECT_EQ(report()[0]["to"].toString(), first);
+    checkCopies();
+}
+
+TEST_F(ExportCommand, NumbersWhereItCannotAsk)
+{
+    EXPECT_EQ(exported({"movies"}).exitCode, 0);
+    EXPECT_EQ(exported({"movies"}).exitCode, 0);
+    EXPECT_TRUE(report()[0]["to"].toString().endsWith("1.mov"));
+}
+
+TEST_F(ExportCommand, UsesTheFoldersOfTheSettings)
+{
+    const QString name = "Zell iPod iPhone Transfer";
+    {
+        QSettings settings(QSettings::IniFormat, QSettings::UserScope, name, name);
+        settings.setValue("MoviesDir", path("my movies"));
+        settings.setValue("CopyRule", 3);
+    }
+    EXPECT_EQ(ConsoleRun({"export", "--device", path("player"), "movies", "audiobooks"}).exitCode,
+              0);
+    EXPECT_TRUE(
+        QFileInfo(path("my movies/Home Movies/Family/The Long Summer, Reel 1.mov")).isFile());
+    EXPECT_TRUE(QFileInfo(QDir::homePath() + "/" + name + "/Audiobooks/M. Ellery").isDir());
+}
+
+TEST_F(ExportCommand, NamesEachItemThatWasNotCopied)
+{
+    QFile::remove(deviceFile(0));
+    const ConsoleRun run = exported({"music", "--quiet"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.errors, "missing: First Ferry (No such file or directory)\n");
+    EXPECT_EQ(count(report(), "missing"), 1);
+    checkCopies();
+}
+
+TEST_F(ExportCommand, GoesOnWhenTheDiskIsFull)
+{
+    PrivateMounts::enter();
+    const auto disk = PrivateMounts::Mount::memory(path("out"), 1 << 20);
+    const ConsoleRun run = exported({"music"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.errors.contains("No space left on device"));
+    EXPECT_EQ(report().size(), 169U);
+    EXPECT_GT(count(report(), "copied"), 20);
+    EXPECT_GT(count(report(), "failed"), 20);
+    checkCopies();
+}
+
+TEST_F(ExportCommand, ReportsAFolderThatCannotBeWritten)
+{
+    PrivateMounts::enter();
+    QDir().mkpath(path("locked"));
+    const auto locked = PrivateMounts::Mount::readOnlyBind(path("locked"), path("out"));
+    const ConsoleRun run = exported({"movies"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(count(report(), "failed"), 6);
+    EXPECT_EQ(report()[0]["why"].toString(), "Read-only file system");
+}
+
+TEST_F(ExportCommand, ChecksTheReportBeforeItCopies)
+{
+    const ConsoleRun run({"export", "--device", path("player"), "--to", path("out"), "--report",
+                          path("no/such/folder/report"), "all"});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_FALSE(QFileInfo::exists(path("out")));
+}
+
+TEST_F(ExportCommand, EndsAtTheNextChunkWhenInterrupted)
+{
+    // Long enough for the interrupt to arrive, without filling a disk.
+    for (const int number : {3, 4, 5}) {
+        QFile file(deviceFile(number));
+        ASSERT_TRUE(file.resize(qint64(20) << 30));
+    }
+    QProcess process;
+    process.setReadChannel(QProcess::StandardError);
+    process.start(ConsoleRun::program(), command({"music"}));
+    // The first large file is under way once the one before it is done.
+    QByteArray errors;
+    while (!errors.contains("[3/")) {
+        ASSERT_TRUE(process.waitForReadyRead(30000));
+        errors += process.readAllStandardError();
+    }
+    ASSERT_EQ(kill(pid_t(process.processId()), SIGINT), 0);
+    ASSERT_TRUE(process.waitForFinished(30000));
+    EXPECT_EQ(process.exitCode(), 130);
+    const std::vector<QJsonObject> items = report();
+    ASSERT_EQ(items.size(), 169U);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(items[std::size_t(i)]["result"].toString(), "copied");
+    EXPECT_EQ(count(items, "stopped"), 166);
+    EXPECT_EQ(items[3]["bytes"].toInteger() % (1 << 20), 0);
+}
+
+TEST_F(ExportCommand, WritesNothingToThePlayer)
+{
+    const auto listing = [this] {
+        QStringList all;
+        QDirIterator files(path("player"), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            const QFileInfo info(files.next());
+            all.append(info.filePath() + ' ' + QString::number(info.size()) + ' ' +
+                       info.lastModified().toString(Qt::ISODateWithMs));
+        }
+        all.sort();
+        return all;
+    };
+    const QStringList before = listing();
+    EXPECT_EQ(exported({"all", "playlists"}).exitCode, 0);
+    EXPECT_EQ(listing(), before);
+}

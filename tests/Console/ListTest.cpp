@@ -1,0 +1,65 @@
+#include "support/ConsoleRun.h"
+#include "support/SamplePlayer.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+class ListCommand : public testing::Test
+{
+protected:
+    ListCommand() { EXPECT_EQ(SamplePlayer::write(_folder.path()), ""); }
+
+    ConsoleRun list(const QStringList& arguments = {}) const
+    {
+        return ConsoleRun(QStringList({"list", "--device", _folder.path()}) + arguments);
+    }
+
+private:
+    QTemporaryDir _folder;
+};
+} // namespace
+
+TEST_F(ListCommand, CountsEachCategory)
+{
+    const ConsoleRun run = list();
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.text().simplified(),
+              "music 169 movies 6 tvShows 10 podcasts 25 audiobooks 16 ringtones 8 books 5 "
+              "playlists 6");
+}
+
+TEST_F(ListCommand, ShowsTheItemsOfACategory)
+{
+    const ConsoleRun run = list({"movies"});
+    EXPECT_EQ(run.text().count('\n'), 7);
+    EXPECT_TRUE(run.text().contains("The Long Summer, Reel 6"));
+    EXPECT_TRUE(run.text().contains("00:01"));
+}
+
+TEST_F(ListCommand, ShowsPlaylistsWithTheirCounts)
+{
+    const QString text = list({"playlists"}).text().simplified();
+    EXPECT_TRUE(text.contains("Road Trip 20"));
+    EXPECT_TRUE(text.contains("Still Empty 0"));
+}
+
+TEST_F(ListCommand, SaysSoWhereADeviceHasNoSuchThing)
+{
+    for (const char* category : {"voiceMemos", "cameraRoll", "photos"}) {
+        const ConsoleRun run = list({QString::fromLatin1(category)});
+        EXPECT_EQ(run.exitCode, 0);
+        EXPECT_TRUE(run.output.isEmpty());
+        EXPECT_TRUE(run.errors.contains(QLatin1String(category)));
+    }
+}
+
+TEST(ListWithoutLibrary, SaysSo)
+{
+    const QTemporaryDir folder;
+    ASSERT_TRUE(QDir(folder.path()).mkdir("iPod_Control"));
+    const ConsoleRun run({"list", "--device", folder.path()});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_FALSE(run.errors.isEmpty());
+}
