@@ -9,6 +9,7 @@
 #include <array>
 #include <deque>
 #include <memory>
+#include <memory_resource>
 #include <vector>
 
 class Device;
@@ -81,7 +82,9 @@ private:
     bool _loaded = false;
     bool _filled = false;
     QString _name;
-    std::deque<Track> _ownedTracks;
+    // Tracks stay where they are made, and large blocks hold many of them.
+    std::pmr::monotonic_buffer_resource _trackMemory;
+    std::pmr::deque<Track> _ownedTracks{&_trackMemory};
     std::deque<Playlist> _ownedPlaylists;
     std::vector<Track*> _tracks;
     std::vector<Playlist*> _playlists;

@@ -173,6 +173,17 @@ TEST_F(itdbTrackDbTest, LinksToTheLaterOfTwoTracksWithOneId)
     EXPECT_EQ(titles(db.playlists().at(0)->tracks), QStringList("Other"));
 }
 
+TEST_F(itdbTrackDbTest, FindsTracksWhoseIdsAreInNoOrder)
+{
+    const TestLibrary library = {"Library",
+                                 {track(9, "Nine"), track(1, "One"), track(5, "Five"),
+                                  track(9, "Other Nine"), track(0xFFFFFFFF, "Last")},
+                                 {{"Mix", {1, 9, 5, 0xFFFFFFFF, 0, 7}}}};
+    TrackDb& db = read(Writer::write(library));
+    EXPECT_EQ(titles(db.playlists().at(0)->tracks),
+              QStringList({"One", "Other Nine", "Five", "Last"}));
+}
+
 TEST_F(itdbTrackDbTest, IgnoresAnOddLastByteOfAText)
 {
     const QByteArray seven("A\0B\0C\0D", 7);

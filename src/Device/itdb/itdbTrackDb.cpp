@@ -5,8 +5,8 @@
 #include "Base/RecordCursor.h"
 #include "Device/Device.h"
 #include "Device/itdb/StringPool.h"
+#include "Device/itdb/TrackIds.h"
 
-#include <QHash>
 #include <QVarLengthArray>
 
 #include <algorithm>
@@ -142,7 +142,7 @@ private:
 
     itdbTrackDb& _reader;
     quint32 _version = 0;
-    QHash<quint32, Track*> _tracksById;
+    TrackIds _tracksById;
     StringPool _pool;
 };
 
@@ -220,7 +220,7 @@ void itdbTrackDb::Parser::parseTrack(ByteView record)
     for (quint32 i = 0; i < count; ++i)
         parseTrackObject(objects.next(), track);
     _reader.list(track);
-    _tracksById.insert(id, &track);
+    _tracksById.add(id, &track);
 }
 
 void itdbTrackDb::Parser::parseTrackObject(ByteView object, Track& track)
@@ -290,7 +290,7 @@ void itdbTrackDb::Parser::parsePlaylist(ByteView record, bool isMaster)
     }
     for (quint32 i = 0; i < itemCount; ++i) {
         const quint32 id = field(parts.next(), Item::TrackId);
-        if (Track* track = isMaster ? nullptr : _tracksById.value(id))
+        if (Track* track = isMaster ? nullptr : _tracksById.find(id))
             read.tracks.push_back(track);
     }
     if (isMaster) {
