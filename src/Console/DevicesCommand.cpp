@@ -13,7 +13,8 @@ int Commands::devices(const CommandLine& line)
         return ExitCode::Done;
     }
     for (const auto& [key, device] : devices)
-        Terminal::print(QStringLiteral("%1\t%2\n").arg(key, device->description()));
+        Terminal::print(
+            QStringLiteral("%1\t%2\n").arg(key, Terminal::harmless(device->description())));
     if (devices.empty())
         Terminal::say(QCoreApplication::translate("DevicesCommand", "No device is connected."));
     return ExitCode::Done;

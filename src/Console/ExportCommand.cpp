@@ -183,6 +183,8 @@ int Commands::exportMedia(const CommandLine& line)
     TrackDb* library = device->trackDb();
     if (library)
         (void)library->tracks(); // before any category is asked for
+    else
+        Terminal::say(tr("The device holds no media library."));
     Selection selection(library);
     for (const QString& what : line.what) {
         if (!selection.add(what))
@@ -195,8 +197,10 @@ int Commands::exportMedia(const CommandLine& line)
 
     if (!line.report.isNull()) {
         const QString problem = report.writeTo(line.report);
-        if (!problem.isEmpty())
+        if (!problem.isEmpty()) {
             Terminal::say(line.report + QStringLiteral(": ") + problem);
+            return ExitCode::SomeNotCopied;
+        }
     }
     if (!line.quiet)
         summarize(report);

@@ -18,8 +18,9 @@ void Interrupt::watch()
     for (const int signal : {SIGINT, SIGTERM}) {
         struct sigaction action = {};
         action.sa_handler = requestStop;
-        // The second of its kind meets the system's own handler. Calls go on after the first.
-        action.sa_flags = int(SA_RESETHAND | SA_RESTART);
+        // The second of its kind meets the system's own handler. Calls that wait are broken off,
+        // so that an interrupt is an answer to a question as well.
+        action.sa_flags = int(SA_RESETHAND);
         sigaction(signal, &action, nullptr);
     }
 }

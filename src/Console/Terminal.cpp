@@ -31,7 +31,7 @@ void Terminal::print(const QByteArray& bytes)
 
 void Terminal::say(const QString& line)
 {
-    std::fprintf(stderr, "%s\n", line.toUtf8().constData());
+    std::fprintf(stderr, "%s\n", harmless(line).toUtf8().constData());
 }
 
 bool Terminal::showsProgress()
@@ -53,13 +53,22 @@ QString Terminal::ask(const QString& question)
     return QString::fromStdString(line) + QLatin1String("");
 }
 
+QString Terminal::harmless(const QString& text)
+{
+    QString shown = text;
+    for (QChar& character : shown) {
+        if (character.category() == QChar::Other_Control)
+            character = QChar::ReplacementCharacter;
+    }
+    return shown;
+}
+
 QString Terminal::field(const QString& text, int width)
 {
     QString shown;
     int used = 0;
-    for (const uint character : text.toUcs4()) {
-        const bool control = QChar::category(character) == QChar::Other_Control;
-        const char32_t drawn = control ? U'\uFFFD' : char32_t(character);
+    for (const uint character : harmless(text).toUcs4()) {
+        const auto drawn = char32_t(character);
         if (used + columns(drawn) > width - 2) {
             shown += QChar(u'…');
             ++used;

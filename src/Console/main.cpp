@@ -49,5 +49,9 @@ int main(int argc, char** argv)
     const QCoreApplication application(argc, argv);
     exitCode = run(*line);
     Device::uninit();
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        std::perror("zell-transfer-cli: standard output");
+        return ExitCode::SomeNotCopied;
+    }
     return exitCode;
 }

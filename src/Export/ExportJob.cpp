@@ -120,7 +120,7 @@ bool ExportJob::exportAll(const std::vector<Entry>& entries)
         if (canceled) {
             ExportItem item = itemFor(*entries[i].track);
             settle(item, Result::Stopped, words("The export was stopped before this item"));
-            report(std::move(item));
+            _report.add(std::move(item)); // not worth a line for each of thousands
         } else {
             canceled = exportOne(entries[i], int(i)) == Next::Cancel;
         }

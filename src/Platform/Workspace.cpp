@@ -107,13 +107,15 @@ void Workspace::Monitor::compare()
     const MountTable now = MountTable::read().localVolumes();
     const MountTable::Changes changes = _known.changesTo(now);
     _known = now;
-    // Copies: a handler may replace or drop the handlers.
-    const VolumeHandler didMount = _didMount;
-    const VolumeHandler didUnmount = _didUnmount;
-    for (const MountEntry& entry : changes.unmounted)
-        didUnmount(entry.path);
-    for (const MountEntry& entry : changes.mounted)
-        didMount(entry.path);
+    // A handler may end the observing, and a copy lives on when it does.
+    for (const MountEntry& entry : changes.unmounted) {
+        if (const VolumeHandler didUnmount = _didUnmount)
+            didUnmount(entry.path);
+    }
+    for (const MountEntry& entry : changes.mounted) {
+        if (const VolumeHandler didMount = _didMount)
+            didMount(entry.path);
+    }
 }
 
 Workspace& Workspace::shared()

@@ -213,6 +213,14 @@ TEST_F(ExportCommand, EndsAtTheNextChunkWhenInterrupted)
     EXPECT_EQ(items[3]["bytes"].toInteger() % (1 << 20), 0);
 }
 
+TEST_F(ExportCommand, SaysSoWithoutALibrary)
+{
+    QDir().mkpath(path("bare/iPod_Control"));
+    const ConsoleRun run({"export", "--device", path("bare"), "--to", path("out"), "all"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(run.errors.contains("no media library"));
+}
+
 TEST_F(ExportCommand, WritesNothingToThePlayer)
 {
     const auto listing = [this] {

@@ -10,6 +10,7 @@ class ListCommand : public testing::Test
 protected:
     ListCommand() { EXPECT_EQ(SamplePlayer::write(_folder.path()), ""); }
 
+    QString folder() const { return _folder.path(); }
     ConsoleRun list(const QStringList& arguments = {}) const
     {
         return ConsoleRun(QStringList({"list", "--device", _folder.path()}) + arguments);
@@ -53,6 +54,16 @@ TEST_F(ListCommand, SaysSoWhereADeviceHasNoSuchThing)
         EXPECT_TRUE(run.output.isEmpty());
         EXPECT_TRUE(run.errors.contains(QLatin1String(category)));
     }
+}
+
+TEST_F(ListCommand, FailsWhenItsOutputCannotBeWritten)
+{
+    QProcess process;
+    process.setStandardOutputFile("/dev/full");
+    process.start(ConsoleRun::program(), {"list", "--device", folder()});
+    ASSERT_TRUE(process.waitForFinished(30000));
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_TRUE(process.readAllStandardError().contains("No space left on device"));
 }
 
 TEST(ListWithoutLibrary, SaysSo)

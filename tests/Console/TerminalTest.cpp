@@ -32,6 +32,11 @@ TEST_F(TerminalField, KnowsWideAndCombiningLetters)
     EXPECT_EQ(Terminal::field(QString::fromUtf8("e\xCC\x81"), 3), QString::fromUtf8("e\xCC\x81  "));
 }
 
+TEST(TerminalHarmless, ShowsControlCharactersInsteadOfSendingThem)
+{
+    EXPECT_EQ(Terminal::harmless("a\033[2J\n\tb"), QString::fromUtf8("a\uFFFD[2J\uFFFD\uFFFDb"));
+}
+
 TEST_F(TerminalField, LetsNoControlCharacterThrough)
 {
     EXPECT_FALSE(Terminal::field("a\033[2J\nb", 12).contains(QChar(u'\033')));
