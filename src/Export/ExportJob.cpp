@@ -77,10 +77,6 @@ void ExportJob::exportTracks(const std::vector<Track*>& tracks)
 {
     if (tracks.empty())
         return;
-    const std::optional<bool> toiTunes = _host.checkToiTunes();
-    if (!toiTunes)
-        return;
-    _toiTunes = *toiTunes;
     std::vector<Entry> entries;
     entries.reserve(tracks.size());
     for (const Track* track : tracks)
@@ -92,21 +88,20 @@ void ExportJob::exportPlaylists(const std::vector<Playlist*>& playlists)
 {
     if (playlists.empty())
         return;
-    const std::optional<bool> toiTunes = _host.checkToiTunes();
-    if (!toiTunes)
-        return;
-    _toiTunes = *toiTunes;
     std::vector<Entry> entries;
     for (const Playlist* playlist : playlists) {
         for (const Track* track : playlist->tracks)
             entries.push_back({track, playlist});
     }
-    if (!entries.empty())
-        run(entries);
+    run(entries);
 }
 
 void ExportJob::run(const std::vector<Entry>& entries)
 {
+    const std::optional<bool> toiTunes = _host.checkToiTunes();
+    if (!toiTunes || entries.empty())
+        return;
+    _toiTunes = *toiTunes;
     _host.showBegin(int(entries.size()));
     const bool canceled = !exportAll(entries);
     _host.showFinish(canceled, true);
@@ -178,9 +173,10 @@ void ExportJob::copy(ExportItem& item, int index)
     const bool wasThere = destination.exists() || destination.isSymLink();
     const CopiedSize size(*_device, item.from);
     judge(item, _device->copyOut(item.from, item.to, index), size);
-    // Only a folder that this copy made may be packed and deleted.
+    // Only a folder that this copy made may be packed and deleted. One that lacks something is
+    // packed as well, and stays reported as incomplete.
     const bool madeFolder = !wasThere && QFileInfo(item.to).isDir();
-    if (madeFolder && item.result == Result::Copied)
+    if (madeFolder && (item.result == Result::Copied || item.result == Result::Incomplete))
         pack(item);
 }
 

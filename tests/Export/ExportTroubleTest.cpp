@@ -213,6 +213,7 @@ TEST_F(FolderItem, IsReportedWhenAFileOfItWasLost)
     exportBook();
     EXPECT_EQ(results(), QStringList("incomplete"));
     EXPECT_TRUE(item(0).why.contains("one.xhtml"));
+    EXPECT_TRUE(QFileInfo(packed()).isFile());
 }
 
 TEST_F(FolderItem, IsNoLibraryFolder)
