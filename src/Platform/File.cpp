@@ -1,5 +1,7 @@
 #include "Platform/File.h"
 
+#include "Platform/Host.h"
+
 #include <QFile>
 
 #include <fcntl.h>
@@ -53,6 +55,15 @@ void useLargePages(char* buffer, qint64 size)
         (void)madvise(buffer + (first - start), last - first, MADV_HUGEPAGE);
 }
 
+/// Whether a buffer of that size can be had without the system ending programs for it. A file
+/// with holes may claim any size.
+bool fitsIntoMemory(qint64 size)
+{
+    constexpr qint64 MiB = 1024 * 1024;
+    constexpr qint64 Unasked = 64 * MiB;
+    return size <= Unasked || double(size) / double(MiB) < Host::availableMemory();
+}
+
 constexpr std::size_t BufferSize = std::size_t(64) * 1024;
 } // namespace
 
@@ -96,14 +107,23 @@ QByteArray File::readAll()
     QByteArray bytes = readRange(0, size());
     // A file that has grown since it told its size, or never told one.
     std::array<std::byte, BufferSize> more;
-    while (const qint64 count = error().isEmpty() ? read(more) : 0)
+    while (const qint64 count = error().isEmpty() ? read(more) : 0) {
+        if (!fitsIntoMemory(bytes.size() + count)) {
+            fail(ENOMEM);
+            break;
+        }
         bytes.append(reinterpret_cast<const char*>(more.data()), count);
+    }
     return bytes.isEmpty() && !error().isEmpty() ? QByteArray() : bytes;
 }
 
 QByteArray File::readRange(qint64 offset, qint64 length)
 {
     const qint64 wanted = std::clamp(size() - offset, qint64(0), length);
+    if (!fitsIntoMemory(wanted)) {
+        fail(ENOMEM);
+        return {};
+    }
     QByteArray bytes(wanted, Qt::Uninitialized);
     useLargePages(bytes.data(), wanted);
     lseek(_descriptor, offset, SEEK_SET);

@@ -31,7 +31,8 @@ public:
     /// Reads up to `buffer.size()` bytes on from the last position: the count, 0 at the end or
     /// after an error.
     qint64 read(std::span<std::byte> buffer);
-    /// The whole file from its start; null when reading fails before the first byte.
+    /// The whole file from its start; null when reading fails before the first byte, or when it
+    /// is larger than the memory that is free.
     QByteArray readAll();
     /// At most `length` bytes from `offset`; fewer at the end, empty past it.
     QByteArray readRange(qint64 offset, qint64 length);

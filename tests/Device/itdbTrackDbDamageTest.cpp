@@ -1,4 +1,6 @@
+#include "Base/Utility.h"
 #include "Device/TrackDb.h"
+#include "Device/iPod/iPodDevice.h"
 #include "support/Files.h"
 #include "support/ITunesDbWriter.h"
 #include "support/MemoryDevice.h"
@@ -161,6 +163,27 @@ TEST(DamagedITunesDb, ReadsRecordsThatOverlapOnlyOnce)
     for (int i = 0; i < Sets; ++i)
         tracks += ITunesDbWriter::track(smallLibrary().tracks[0], std::vector<QByteArray>());
     EXPECT_LE(Reading(database + list + tracks).titles.size(), Sets);
+}
+
+TEST(DamagedITunesDb, IsNotReadOrCopiedWhenItIsLargerThanOneCanBe)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("iPod_Control/iTunes/iTunesDB");
+    Files::write(path, ITunesDbWriter::write(smallLibrary()));
+    ASSERT_TRUE(QFile::resize(path, qint64(1) << 42));
+    iPodDevice device(folder.path());
+    EXPECT_TRUE(device.trackDb()->tracks().empty());
+    EXPECT_FALSE(QFileInfo::exists(Utility::logFolder() + "/iTunesDB"));
+}
+
+TEST(itdbDiagnosis, LeavesACopyInTheLogFolder)
+{
+    const QTemporaryDir folder;
+    const QByteArray database = ITunesDbWriter::write(smallLibrary());
+    Files::write(folder.filePath("iPod_Control/iTunes/iTunesDB"), database);
+    iPodDevice device(folder.path());
+    EXPECT_NE(device.trackDb(), nullptr);
+    EXPECT_EQ(Files::read(Utility::logFolder() + "/iTunesDB"), database);
 }
 
 TEST(DamagedITunesDb, GivesNothingForAnEmptyFile)

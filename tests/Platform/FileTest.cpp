@@ -71,6 +71,17 @@ TEST_F(FileTest, ReadsWhatReportsNoSize)
     EXPECT_TRUE(file.readAll().startsWith("Name:"));
 }
 
+TEST_F(FileTest, RefusesToReadMoreThanTheMemoryHolds)
+{
+    QFile holes(path("holes"));
+    ASSERT_TRUE(holes.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(holes.resize(qint64(1) << 42));
+    File file(path("holes"), File::Mode::Read);
+    EXPECT_TRUE(file.readAll().isNull());
+    EXPECT_EQ(file.error(), "Cannot allocate memory");
+    EXPECT_EQ(file.readRange(qint64(1) << 41, 10), QByteArray(10, '\0'));
+}
+
 TEST_F(FileTest, MovesBytesWithinAFileSystem)
 {
     const QByteArray content = Files::content(300000);

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 namespace
 {
@@ -151,7 +152,9 @@ std::unique_ptr<TrackDb> itdbTrackDb::initWithDevice(Device& device)
     std::unique_ptr<itdbTrackDb> reader(new itdbTrackDb(device));
     if (!device.fileExists(reader->_dbPath))
         return nullptr;
-    device.copyOut(reader->_dbPath, PathName::join(Utility::logFolder(), FileName), std::nullopt);
+    if (reader->hasPossibleSize())
+        device.copyOut(reader->_dbPath, PathName::join(Utility::logFolder(), FileName),
+                       std::nullopt);
     return reader;
 }
 
@@ -176,8 +179,17 @@ QString itdbTrackDb::getStringFromMhod(ByteView data, std::size_t offset)
     return text;
 }
 
+bool itdbTrackDb::hasPossibleSize() const
+{
+    // Every length in the file is a 32-bit number, so nothing larger can be one of these
+    // databases, and copying it would only fill the disk.
+    return device().getFileSize(_dbPath) <= double(std::numeric_limits<quint32>::max());
+}
+
 void itdbTrackDb::parse()
 {
+    if (!hasPossibleSize())
+        return;
     const QByteArray file = device().read(_dbPath);
     Parser(*this).parse(std::as_bytes(std::span(file.constData(), std::size_t(file.size()))));
 }

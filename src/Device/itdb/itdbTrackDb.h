@@ -28,5 +28,7 @@ private:
 
     class Parser;
 
+    [[nodiscard]] bool hasPossibleSize() const;
+
     QString _dbPath;
 };
