@@ -117,8 +117,8 @@ TEST_F(WorkspaceTest, TellsARemountAsGoneAndCome)
 TEST_F(WorkspaceTest, IgnoresWhatIsNoLocalVolume)
 {
     observe();
-    const QString folder = path("proc");
-    ASSERT_EQ(QProcess::execute("mount", {"-t", "proc", "proc", folder}), 0);
+    const QString folder = path("terminals");
+    ASSERT_EQ(QProcess::execute("mount", {"-t", "devpts", "devpts", folder}), 0);
     const QString volume = path("volume");
     const auto mount = Mount::memory(volume, 1 << 20);
     EXPECT_TRUE(hears({"+" + volume})) << heard.join(' ').toStdString();
