@@ -4,8 +4,6 @@
 #include "support/Files.h"
 #include "support/PrivateMounts.h"
 
-#include <QProcess>
-
 #include <gtest/gtest.h>
 
 namespace
@@ -117,8 +115,7 @@ TEST_F(WorkspaceTest, TellsARemountAsGoneAndCome)
 TEST_F(WorkspaceTest, IgnoresWhatIsNoLocalVolume)
 {
     observe();
-    const QString folder = path("terminals");
-    ASSERT_EQ(QProcess::execute("mount", {"-t", "devpts", "devpts", folder}), 0);
+    const auto terminals = Mount::terminals(path("terminals"));
     const QString volume = path("volume");
     const auto mount = Mount::memory(volume, 1 << 20);
     EXPECT_TRUE(hears({"+" + volume})) << heard.join(' ').toStdString();

@@ -80,6 +80,12 @@ std::unique_ptr<Mount> Mount::memory(const QString& path, qint64 bytes)
     return std::unique_ptr<Mount>(new Mount(path));
 }
 
+std::unique_ptr<Mount> Mount::terminals(const QString& path)
+{
+    mountAt(QStringLiteral("devpts"), path, "devpts", 0);
+    return std::unique_ptr<Mount>(new Mount(path));
+}
+
 std::unique_ptr<Mount> Mount::image(const QString& imageFile, const QString& path)
 {
     QDir().mkpath(path);

@@ -21,6 +21,8 @@ public:
     static std::unique_ptr<Mount> readOnlyBind(const QString& folder, const QString& path);
     /// An empty file system in memory.
     static std::unique_ptr<Mount> memory(const QString& path, qint64 bytes);
+    /// A file system of terminals: mounted like any other, and no volume.
+    static std::unique_ptr<Mount> terminals(const QString& path);
     /// A file system image on a loop device; only root may do this.
     static std::unique_ptr<Mount> image(const QString& imageFile, const QString& path);
 

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QObject>
+
+#include <functional>
+#include <mutex>
+#include <vector>
+
+/// The one way from a worker to the window: what is posted on any thread is run on the thread
+/// that the mailbox lives on, in the order it came, from the event loop. What is not delivered
+/// when the mailbox goes is dropped.
+class Mailbox final : public QObject
+{
+public:
+    using Letter = std::function<void()>;
+
+    void post(Letter letter);
+
+    bool event(QEvent* event) override;
+
+private:
+    std::vector<Letter> takeAll();
+
+    std::mutex _mutex;
+    std::vector<Letter> _letters;
+};

@@ -1,0 +1,31 @@
+#include "Window/Models/KeyListModel.h"
+
+#include "Base/NSStringEx.h"
+
+KeyListModel::KeyListModel(const QString& level, QObject* parent)
+    : QAbstractListModel(parent)
+    , _level(level)
+{
+}
+
+void KeyListModel::setKeys(const QStringList& keys)
+{
+    beginResetModel();
+    _keys = keys;
+    endResetModel();
+}
+
+int KeyListModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : int(_keys.size());
+}
+
+QVariant KeyListModel::data(const QModelIndex& index, int role) const
+{
+    if (role != Qt::DisplayRole || !checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const QString& key = _keys.at(index.row());
+    if (key == NSStringEx::Star)
+        return QStringLiteral("All (%1 %2)").arg(_keys.size() - 1).arg(_level);
+    return key;
+}

@@ -1,0 +1,153 @@
+#include "Window/ExportWorker.h"
+
+#include "Base/PathName.h"
+#include "Window/Mailbox.h"
+#include "support/EventLoop.h"
+#include "support/PlayerFixture.h"
+
+#include <thread>
+
+namespace
+{
+constexpr qsizetype Chunk = 1024 * 1024;
+
+/// A window in all but its widgets: it answers on its own thread, and its worker's copies ask it
+/// whether to go on.
+class WindowStandIn final : public ExportHost, public DeviceDelegate
+{
+public:
+    WindowStandIn() { Device::setDelegate(this); }
+    ~WindowStandIn() override { Device::setDelegate(nullptr); }
+
+    void showBegin(int count) override { note(QString("begin %1").arg(count)); }
+    void showProgress(const QString& text, double /*progress*/) override { note(text); }
+    void showItem(const ExportItem& item) override { note(ExportItem::resultName(item.result)); }
+    void showFinish(bool canceled, bool /*alert*/) override
+    {
+        note(canceled ? "canceled" : "finished");
+        finished = true;
+    }
+    std::optional<ClashAnswer> askClash(const QString& path) override
+    {
+        note("clash " + PathName::lastComponent(path));
+        return clashAnswer;
+    }
+    std::optional<bool> checkToiTunes() override
+    {
+        note("mode?");
+        return false;
+    }
+    void exportToiTunes(const QString& /*path*/, const std::vector<Playlist*>&) override {}
+    bool exported(double progress) override { return !worker || worker.load()->exported(progress); }
+
+    void note(const QString& line)
+    {
+        EXPECT_EQ(std::this_thread::get_id(), _home);
+        told.append(line);
+    }
+
+    QStringList told;
+    bool finished = false;
+    double shown = 0;
+    std::optional<ClashAnswer> clashAnswer = ClashAnswer{SkipRule, false};
+    std::atomic<ExportWorker*> worker = nullptr;
+
+private:
+    std::thread::id _home = std::this_thread::get_id();
+};
+
+class ExportWorkerTest : public PlayerFixture
+{
+protected:
+    ExportWorkerTest() { Device::setDelegate(&window); }
+    ~ExportWorkerTest() override { window.worker = nullptr; }
+
+    void start()
+    {
+        const std::vector<Track*> tracks = connect().trackDb()->tracks();
+        worker = std::make_unique<ExportWorker>(
+            device, config, window, mailbox, [this](double value) { window.shown = value; },
+            [tracks](ExportJob& job) { job.exportTracks(tracks); });
+        window.worker = worker.get();
+    }
+    bool finishes()
+    {
+        return waitUntil([this] { return window.finished; });
+    }
+
+    WindowStandIn window;
+    Mailbox mailbox;
+    std::unique_ptr<ExportWorker> worker;
+};
+} // namespace
+
+TEST_F(ExportWorkerTest, TellsTheWindowOnItsThreadInOrder)
+{
+    add("One", "first");
+    add("Two", "second");
+    start();
+    ASSERT_TRUE(finishes());
+    EXPECT_EQ(window.told, QStringList({"mode?", "begin 2", "Export One...", "copied",
+                                        "Export Two...", "copied", "finished"}));
+    EXPECT_EQ(Files::read(out("Music/Artist/Album/Two.mp3")), "second");
+    EXPECT_EQ(worker->report().items().size(), 2U);
+}
+
+TEST_F(ExportWorkerTest, WaitsForTheAnswerOfTheWindow)
+{
+    add("One", "first");
+    Files::write(out("Music/Artist/Album/One.mp3"), "old");
+    config.setCopyRule(AskRule);
+    start();
+    ASSERT_TRUE(finishes());
+    EXPECT_TRUE(window.told.contains("clash One.mp3"));
+    EXPECT_TRUE(window.told.contains("skipped"));
+    EXPECT_EQ(Files::read(out("Music/Artist/Album/One.mp3")), "old");
+}
+
+TEST_F(ExportWorkerTest, StopsAtTheNextChunk)
+{
+    for (int i = 0; i < 40; ++i)
+        add(QString("Track %1").arg(i), Files::content(4 * Chunk));
+    start();
+    ASSERT_TRUE(waitUntil([this] { return window.told.contains("copied"); }));
+    worker->requestStop();
+    ASSERT_TRUE(finishes());
+    EXPECT_EQ(window.told.last(), "canceled");
+    EXPECT_EQ(worker->report().items().size(), 40U);
+    EXPECT_EQ(worker->report().items().back().result, ExportItem::Result::Stopped);
+}
+
+TEST_F(ExportWorkerTest, ShowsHowFarTheCopyIs)
+{
+    add("One", Files::content(8 * Chunk));
+    start();
+    ASSERT_TRUE(finishes());
+    EXPECT_TRUE(waitUntil([this] { return window.shown == 1.0; }));
+}
+
+TEST_F(ExportWorkerTest, EndsWhileAQuestionIsOpen)
+{
+    add("One", "first");
+    Files::write(out("Music/Artist/Album/One.mp3"), "old");
+    start();
+    // Nobody runs the event loop, so the first question is never answered; the end of the
+    // worker must not wait for it.
+    window.worker = nullptr;
+    worker.reset();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(window.told.isEmpty());
+}
+
+TEST_F(ExportWorkerTest, OutlivesTheDepartureOfItsDevice)
+{
+    for (int i = 0; i < 20; ++i)
+        add(QString("Track %1").arg(i), Files::content(2 * Chunk));
+    start();
+    ASSERT_TRUE(waitUntil([this] { return window.told.contains("copied"); }));
+    device.reset(); // the window lets go of it; the worker's own share keeps it alive
+    QDir(path("player")).removeRecursively();
+    ASSERT_TRUE(finishes());
+    EXPECT_EQ(window.told.last(), "finished");
+    EXPECT_EQ(worker->report().items().size(), 20U);
+}

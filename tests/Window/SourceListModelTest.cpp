@@ -1,0 +1,87 @@
+#include "Window/Models/SourceListModel.h"
+
+#include "Device/TrackDb.h"
+#include "support/Files.h"
+#include "support/ITunesDbWriter.h"
+#include "support/MemoryDevice.h"
+#include "support/SamplePlayer.h"
+
+#include <QAbstractItemModelTester>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+class SourceListModelTest : public testing::Test
+{
+protected:
+    void show(const TestLibrary& library)
+    {
+        device.put("/Volumes/P/iPod_Control/iTunes/iTunesDB", ITunesDbWriter::write(library));
+        model.setDevice(&device);
+    }
+    QStringList labels(const QModelIndex& parent = {}) const
+    {
+        QStringList list;
+        for (int row = 0; row < model.rowCount(parent); ++row)
+            list.append(model.index(row, 0, parent).data().toString());
+        return list;
+    }
+
+    MemoryDevice device;
+    SourceListModel model;
+
+private:
+    QAbstractItemModelTester _tester{&model, QAbstractItemModelTester::FailureReportingMode::Fatal};
+};
+
+using Kind = SourceListModel::Kind;
+} // namespace
+
+TEST_F(SourceListModelTest, IsEmptyWithoutADevice)
+{
+    EXPECT_EQ(model.rowCount(), 0);
+    show(SamplePlayer::library());
+    model.setDevice(nullptr);
+    EXPECT_EQ(model.rowCount(), 0);
+}
+
+TEST_F(SourceListModelTest, CountsEachCategory)
+{
+    show(SamplePlayer::library());
+    EXPECT_EQ(labels(), QStringList({"Music (169)", "Movies (6)", "TV Shows (10)", "Podcasts (25)",
+                                     "Audiobooks (16)", "Ringtones (8)", "Books (5)",
+                                     "Playlists (6)", "Photo (0)"}));
+}
+
+TEST_F(SourceListModelTest, ShowsEveryCategoryOfADeviceWithoutALibrary)
+{
+    model.setDevice(&device);
+    ASSERT_EQ(model.rowCount(), 9);
+    EXPECT_EQ(labels().first(), "Music (0)");
+    EXPECT_EQ(labels().last(), "Photo (0)");
+}
+
+TEST_F(SourceListModelTest, HasThePlaylistsBelowTheirRow)
+{
+    show(SamplePlayer::library());
+    const QModelIndex playlists = model.index(7, 0);
+    EXPECT_EQ(model.kind(playlists), Kind::Playlists);
+    EXPECT_EQ(labels(playlists).first(), "Road Trip (20)");
+    EXPECT_EQ(labels(playlists).last(), "Still Empty (0)");
+    const QModelIndex first = model.index(0, 0, playlists);
+    EXPECT_EQ(model.kind(first), Kind::Playlist);
+    EXPECT_EQ(model.playlist(first), device.trackDb()->playlists()[0]);
+    EXPECT_EQ(model.playlist(playlists), nullptr);
+    EXPECT_EQ(first.parent(), playlists);
+    EXPECT_EQ(model.rowCount(model.index(0, 0)), 0);
+}
+
+TEST_F(SourceListModelTest, KnowsWhichCategoriesHaveABrowser)
+{
+    for (const Kind kind :
+         {Kind::Music, Kind::Movies, Kind::TVShows, Kind::Podcasts, Kind::Audiobooks, Kind::Books})
+        EXPECT_TRUE(SourceListModel::browsableCategory(kind).has_value());
+    for (const Kind kind : {Kind::Ringtones, Kind::Playlists, Kind::Photos, Kind::Playlist})
+        EXPECT_FALSE(SourceListModel::browsableCategory(kind).has_value());
+}
