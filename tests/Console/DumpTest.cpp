@@ -139,7 +139,22 @@ TEST_F(DumpCommand, StaysValidWithTextsThatAreNoText)
     odd.title = QString("a") + QChar(0xD800) + "b" + QChar(QChar::Null) + "\"\\\n";
     odd.genre = "G|H";
     const QJsonArray items = dump({"Player", {odd}, {}})["trackDb"].toObject()["items"].toArray();
-    EXPECT_TRUE(items[0].toObject()["title"].toString().startsWith("a"));
+    EXPECT_EQ(items[0].toObject()["title"].toString(), odd.title);
+    EXPECT_EQ(items[0].toObject()["genre"].toString(), odd.genre);
+    const ConsoleRun run({"dump", "--device", _folder.path()});
+    EXPECT_TRUE(run.output.contains("a\\ud800b\\u0000"));
+}
+
+TEST_F(DumpCommand, EndsQuietlyWhenItsReaderLeaves)
+{
+    // More than a pipe holds, so the program is still writing when its reader has gone.
+    Files::write(_folder.filePath("iPod_Control/iTunes/iTunesDB"), largeITunesDb(1000));
+    QProcess shell;
+    shell.start("/bin/sh", {"-c", "\"$0\" dump --device \"$1\" | head -c 20", ConsoleRun::program(),
+                            _folder.path()});
+    ASSERT_TRUE(shell.waitForFinished(30000));
+    EXPECT_EQ(shell.readAllStandardOutput().size(), 20);
+    EXPECT_EQ(shell.readAllStandardError(), QByteArray());
 }
 
 TEST_F(DumpCommand, GivesWhatADamagedDatabaseStillHolds)

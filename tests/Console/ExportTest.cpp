@@ -154,6 +154,35 @@ TEST_F(ExportCommand, NamesEachItemThatWasNotCopied)
     checkCopies();
 }
 
+TEST_F(ExportCommand, CopiesAnEmptyFile)
+{
+    Files::write(deviceFile(0), "");
+    EXPECT_EQ(exported({"music"}).exitCode, 0);
+    EXPECT_EQ(report()[0]["result"].toString(), "copied");
+    EXPECT_EQ(report()[0]["bytes"].toInteger(-1), 0);
+    EXPECT_EQ(QFileInfo(report()[0]["to"].toString()).size(), 0);
+}
+
+TEST_F(ExportCommand, TakesARelativeDestination)
+{
+    QDir::setCurrent(path("."));
+    EXPECT_EQ(ConsoleRun({"export", "--device", "player", "--to", "near", "--report", "report",
+                          "ringtones"})
+                  .exitCode,
+              0);
+    EXPECT_EQ(QFileInfo(report()[0]["to"].toString()).path(), path("near/Ringtones"));
+    checkCopies();
+}
+
+TEST_F(ExportCommand, ReportsAFileInThePlaceOfAFolder)
+{
+    Files::write(path("out/Movies"), "mine");
+    EXPECT_EQ(exported({"movies"}).exitCode, 1);
+    EXPECT_EQ(count(report(), "failed"), 6);
+    EXPECT_EQ(report()[0]["why"].toString(), "Not a directory");
+    EXPECT_EQ(Files::read(path("out/Movies")), "mine");
+}
+
 TEST_F(ExportCommand, GoesOnWhenTheDiskIsFull)
 {
     PrivateMounts::enter();
