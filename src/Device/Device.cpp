@@ -1,6 +1,7 @@
 #include "Device/Device.h"
 
 #include "Device/DeviceDelegate.h"
+#include "Device/PhotoDb.h"
 #include "Device/TrackDb.h"
 #include "Device/iPod/iPodDevice.h"
 
@@ -130,4 +131,11 @@ TrackDb* Device::trackDb()
     if (!_trackDb)
         _trackDb = TrackDb::create(*this);
     return _trackDb.get();
+}
+
+PhotoDb* Device::photoDb()
+{
+    if (!_photoDb)
+        _photoDb = PhotoDb::create(*this);
+    return _photoDb.get();
 }

@@ -11,6 +11,7 @@
 #include <optional>
 
 class DeviceDelegate;
+class PhotoDb;
 class TrackDb;
 
 /// One connected player or phone: the only way to its files, and the owner of its readers.
@@ -80,6 +81,7 @@ public:
     /// The readers, made on first use; null while the device has no such database, and then
     /// looked for again at the next call. On the thread of the window only.
     TrackDb* trackDb();
+    virtual PhotoDb* photoDb();
 
 protected:
     QString _prefix;
@@ -88,4 +90,5 @@ protected:
 
 private:
     std::unique_ptr<TrackDb> _trackDb;
+    std::unique_ptr<PhotoDb> _photoDb;
 };
