@@ -5,8 +5,11 @@
 #include <functional>
 #include <memory>
 
-/// The desktop shell: which local volumes are mounted, and word of those that come and go.
-/// Lives on the window's thread; handlers are called there, from the event loop.
+class QUrl;
+
+/// The desktop shell: which local volumes are mounted, word of those that come and go, and what
+/// it opens for a person. Lives on the window's thread; handlers are called there, from the event
+/// loop.
 class Workspace
 {
 public:
@@ -25,6 +28,15 @@ public:
     /// handlers.
     void observeVolumes(VolumeHandler didMount, VolumeHandler didUnmount);
     void stopObservingVolumes();
+
+    /// Opens a file with the program that the person opens such files with. False when there is
+    /// no such file, or the desktop cannot be asked.
+    static bool openFile(const QString& path);
+    /// Shows a file, selected in its folder, or what a folder holds. Where no file manager
+    /// answers in time the folder is opened like a file. False as above.
+    static bool revealInFileManager(const QString& path);
+    /// Opens a web or mail address; false for any other.
+    static bool openAddress(const QUrl& address);
 
     Workspace(const Workspace&) = delete;
     Workspace& operator=(const Workspace&) = delete;

@@ -1,0 +1,49 @@
+#include "support/PrivateBus.h"
+
+#include "support/Files.h"
+
+namespace
+{
+/// Without the folders of installed services, which the bus would start.
+const char* const Configuration = R"(<!DOCTYPE busconfig PUBLIC
+ "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:dir=%1</listen>
+  <policy context="default">
+    <allow send_destination="*"/>
+    <allow receive_sender="*"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+)";
+} // namespace
+
+PrivateBus::PrivateBus()
+{
+    const QString file = _folder.filePath(QStringLiteral("bus.conf"));
+    Files::write(file, QString::fromUtf8(Configuration).arg(_folder.path()).toUtf8());
+    _daemon.start(QStringLiteral("dbus-daemon"),
+                  {QStringLiteral("--config-file=") + file, QStringLiteral("--nofork"),
+                   QStringLiteral("--nopidfile"), QStringLiteral("--print-address")});
+    while (!_daemon.canReadLine() && _daemon.waitForReadyRead(10000)) {
+    }
+    _address = QString::fromUtf8(_daemon.readLine()).trimmed();
+    EXPECT_FALSE(_address.isEmpty()) << _daemon.readAllStandardError().toStdString();
+}
+
+PrivateBus::~PrivateBus()
+{
+    for (const QString& name : _connections)
+        QDBusConnection::disconnectFromBus(name);
+    _daemon.terminate();
+    _daemon.waitForFinished();
+}
+
+QDBusConnection PrivateBus::connect()
+{
+    const QString name = QStringLiteral("test %1 %2").arg(_address).arg(_connections.size());
+    _connections.append(name);
+    return QDBusConnection::connectToBus(_address, name);
+}
