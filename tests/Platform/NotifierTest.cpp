@@ -269,3 +269,21 @@ TEST(NotifierAlone, IsSilentWithoutServices)
     }
     QCoreApplication::processEvents();
 }
+
+TEST(NotifierAlone, IsMadeAtOnceWhereThereIsNoBus)
+{
+    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+    qputenv("XDG_RUNTIME_DIR", "/no such folder");
+    qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/no such bus");
+    QElapsedTimer timer;
+    timer.start();
+    {
+        Notifier notifier;
+        notifier.keepAwake("Exporting");
+        notifier.showProgress(0.5);
+        notifier.jobFinished("Done", QString());
+    }
+    EXPECT_LT(timer.elapsed(), 1000);
+    qunsetenv("XDG_RUNTIME_DIR");
+    qunsetenv("DBUS_SYSTEM_BUS_ADDRESS");
+}
