@@ -15,6 +15,10 @@ using namespace std::chrono_literals;
 /// Far beyond what reading any real library takes.
 constexpr auto MostTime = 30s;
 constexpr int InstructionsBetweenChecks = 4096;
+/// What the smallest file may cost, and how much a file may cost besides for its size: reading
+/// a library takes about one instruction a byte.
+constexpr qint64 LeastChecks = 10'000;
+constexpr qint64 BytesPerCheck = 256;
 
 constexpr int KiB = 1024;
 constexpr int MiB = KiB * KiB;
@@ -129,6 +133,11 @@ Statement Database::prepare(const char* sql) const
     return {_database.get(), sql, _limits};
 }
 
+bool Database::Budget::spend()
+{
+    return --checks >= 0 && std::chrono::steady_clock::now() <= deadline;
+}
+
 void Database::harden(qint64 size)
 {
     sqlite3* database = _database.get();
@@ -149,11 +158,8 @@ void Database::harden(qint64 size)
     for (const auto& [name, arguments] : {std::pair{"instr", 2}, std::pair{"replace", 3}})
         sqlite3_create_function(database, name, arguments, SQLITE_UTF8, nullptr, refuse, nullptr,
                                 nullptr);
+    _budget->checks = LeastChecks + size / BytesPerCheck;
     sqlite3_progress_handler(
         database, InstructionsBetweenChecks,
-        [](void* budget) {
-            const auto deadline = static_cast<const Budget*>(budget)->deadline;
-            return int(std::chrono::steady_clock::now() > deadline);
-        },
-        _budget.get());
+        [](void* budget) { return int(!static_cast<Budget*>(budget)->spend()); }, _budget.get());
 }

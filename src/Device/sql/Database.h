@@ -66,8 +66,11 @@ private:
     struct Close {
         void operator()(sqlite3* database) const noexcept { sqlite3_close(database); }
     };
+    /// What is left of what the connection may cost; SQLite asks it in between.
     struct Budget {
         std::chrono::steady_clock::time_point deadline;
+        qint64 checks = 0;
+        [[nodiscard]] bool spend();
     };
 
     void harden(qint64 size);
