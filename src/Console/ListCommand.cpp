@@ -56,16 +56,6 @@ void printLibraryCounts(TrackDb& library)
     printCount(QStringLiteral("playlists"), library.playlists().size());
 }
 
-/// Counts of what the device has; false when it has nothing of any kind.
-bool printCounts(TrackDb* library, VoiceMemoDb* recordings)
-{
-    if (library)
-        printLibraryCounts(*library);
-    if (recordings)
-        printCount(Categories::VoiceMemos, recordings->memos().size());
-    return library || recordings;
-}
-
 void sayThereAreNone(const QString& category)
 {
     Terminal::say(tr("The device has no %1.").arg(category));
@@ -85,6 +75,22 @@ void printLibraryCategory(TrackDb& library, const QString& category)
     }
     sayThereAreNone(category);
 }
+
+void printVoiceMemos(VoiceMemoDb* recordings)
+{
+    if (recordings)
+        printTracks(recordings->memos());
+    else
+        sayThereAreNone(Categories::VoiceMemos);
+}
+
+void printCounts(TrackDb* library, VoiceMemoDb* recordings)
+{
+    if (library)
+        printLibraryCounts(*library);
+    if (recordings)
+        printCount(Categories::VoiceMemos, recordings->memos().size());
+}
 } // namespace
 
 int Commands::list(const CommandLine& line)
@@ -96,14 +102,13 @@ int Commands::list(const CommandLine& line)
     if (library)
         (void)library->tracks(); // before any category is asked for
     VoiceMemoDb* recordings = device->voiceMemoDb();
-    const bool wantsRecordings = line.category == Categories::VoiceMemos;
-    if (line.category.isNull() ? !printCounts(library, recordings) : !wantsRecordings && !library)
+    if (line.category == Categories::VoiceMemos)
+        printVoiceMemos(recordings);
+    else if (line.category.isNull() && (library || recordings))
+        printCounts(library, recordings);
+    else if (!library)
         Terminal::say(tr("The device holds no media library."));
-    else if (wantsRecordings && recordings)
-        printTracks(recordings->memos());
-    else if (wantsRecordings)
-        sayThereAreNone(line.category);
-    else if (!line.category.isNull())
+    else
         printLibraryCategory(*library, line.category);
     return ExitCode::Done;
 }

@@ -40,11 +40,12 @@ int bind(sqlite3_stmt* statement, int place, const QVariant& value)
 }
 } // namespace
 
-SqliteWriter::SqliteWriter(const QString& path)
+SqliteWriter::SqliteWriter(const QString& path, Start start)
     : _path(path)
 {
     Utility::createFolder(PathName::parent(path));
-    QFile::remove(path);
+    if (start == New)
+        QFile::remove(path);
     check(sqlite3_open(QFile::encodeName(path).constData(), &_database), _database, path.toUtf8());
     run("pragma synchronous = off");
 }

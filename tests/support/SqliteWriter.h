@@ -13,7 +13,10 @@ struct sqlite3_stmt;
 class SqliteWriter
 {
 public:
-    explicit SqliteWriter(const QString& path);
+    enum Start { New, Existing };
+
+    /// A new file in place of whatever file is there, or one that exists already.
+    explicit SqliteWriter(const QString& path, Start start = New);
     ~SqliteWriter();
     SqliteWriter(const SqliteWriter&) = delete;
     SqliteWriter& operator=(const SqliteWriter&) = delete;
