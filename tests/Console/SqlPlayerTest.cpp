@@ -90,8 +90,8 @@ TEST_P(SqlPlayer, IsListed)
 
 TEST_P(SqlPlayer, IsExportedByteForByte)
 {
-    const ConsoleRun exported =
-        run("export", {"all", "--to", path("out"), "--report", path("report"), "--quiet"});
+    const ConsoleRun exported = run("export", {"all", "--to", path("out"), "--clash", "number",
+                                               "--report", path("report"), "--quiet"});
     EXPECT_EQ(exported.exitCode, 0) << exported.errors.toStdString();
     const std::vector<QJsonObject> report = readReport(path("report"));
     ASSERT_EQ(report.size(),
