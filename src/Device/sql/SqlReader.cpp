@@ -1,6 +1,9 @@
 #include "Device/sql/SqlReader.h"
 
 #include "Base/PathName.h"
+#include "Device/Device.h"
+
+#include <algorithm>
 
 void SqlReader::readPrimaryContainer(Found& found, Statement info)
 {
@@ -8,10 +11,15 @@ void SqlReader::readPrimaryContainer(Found& found, Statement info)
         found.primaryContainerId = info.id(0);
 }
 
-void SqlReader::readBaseLocations(Found& found, Statement folders)
+void SqlReader::readBaseLocations(Found& found, Statement folders) const
 {
-    while (folders.step())
-        found.baseLocations[folders.id(0)] = folders.text(1);
+    while (folders.step()) {
+        const qint32 id = folders.id(0);
+        found.baseLocations.remove(id);
+        const QString folder = folders.text(1);
+        if (!folder.isEmpty()) // what adds nothing to a location is as good as unknown
+            found.baseLocations[id] = getFileSystemPath(folder);
+    }
 }
 
 void SqlReader::readContainers(Found& found, Statement containers)
@@ -42,10 +50,16 @@ void SqlReader::addMember(Found& found, qint32 container, Track& track)
     playlist.tracks.push_back(&track);
 }
 
-QString SqlReader::path(const Found& found, qint32 baseLocation, const QString& location) const
+QString SqlReader::path(const Found& found, qint32 baseLocation, QByteArrayView location) const
 {
+    // As getFileSystemPath of the two joined, with one string for each file instead of three.
+    QString file = TextPool::decode(location);
+    if (file.isNull())
+        return file;
     const auto folder = found.baseLocations.constFind(baseLocation);
-    if (folder == found.baseLocations.constEnd() || location.isNull())
-        return getFileSystemPath(location);
-    return getFileSystemPath(PathName::join(*folder, location));
+    if (folder == found.baseLocations.constEnd())
+        return getFileSystemPath(file);
+    file = PathName::join(*folder, file);
+    std::replace(file.begin() + folder->size(), file.end(), QChar(u':'), QChar(u'/'));
+    return file;
 }

@@ -2,6 +2,7 @@
 
 #include "Device/TrackDb.h"
 #include "Device/sql/Database.h"
+#include "Device/sql/IdMap.h"
 #include "Device/sql/TextPool.h"
 
 #include <QHash>
@@ -19,9 +20,9 @@ protected:
     /// What is needed only while a database is read. Of equal ids the last one read counts.
     struct Found {
         TextPool texts;
-        QHash<qint32, Track*> items;
+        IdMap<Track> items;
         QHash<qint32, Container> containers;
-        QHash<qint32, QString> baseLocations;
+        QHash<qint32, QString> baseLocations; ///< as device paths
         qint32 primaryContainerId = 0;
     };
 
@@ -30,13 +31,13 @@ protected:
     /// The first row's only column.
     static void readPrimaryContainer(Found& found, Statement info);
     /// Columns id and folder.
-    static void readBaseLocations(Found& found, Statement folders);
+    void readBaseLocations(Found& found, Statement folders) const;
     /// Columns id and name.
     void readContainers(Found& found, Statement containers);
     /// Adds a track to a playlist, which is listed when it gets its first one. Nothing for an
     /// unknown container.
     void addMember(Found& found, qint32 container, Track& track);
-    /// The device path of a file; null where the location is no text.
+    /// The device path of a file, its location given in UTF-8; null where that is no text.
     [[nodiscard]] QString path(const Found& found, qint32 baseLocation,
-                               const QString& location) const;
+                               QByteArrayView location) const;
 };

@@ -65,13 +65,13 @@ void sql5TrackDb::readItems(Found& found, Statement items)
         Track& track = newTrack();
         track.genre = found.texts.shared(items.utf8(2));
         track.title = TextPool::decode(items.utf8(3));
-        track.path = path(found, items.id(1), TextPool::decode(items.utf8(4)));
+        track.path = path(found, items.id(1), items.utf8(4));
         track.type = mediaTypeToTrackType(items.number(5));
         track.duration = seconds(items.real(6));
         track.isPodcast = items.number(7) != 0;
         track.album = found.texts.shared(items.utf8(8));
         track.artist = found.texts.shared(items.utf8(9));
-        found.items[items.id(0)] = &track;
+        found.items.set(items.id(0), &track);
         list(track);
     }
 }
@@ -87,7 +87,7 @@ void sql5TrackDb::addMembers(Found& found, qint32 container, ByteView members)
     for (std::size_t offset = 0; offset < members.size(); offset += BytesPerMember) {
         // An entry that is cut ends the reading of the database.
         const ByteView entry = Utility::bytesOfData(members, offset, BytesPerMember);
-        Track* track = found.items.value(Utility::readIntFromData(entry, 0));
+        Track* track = found.items.find(Utility::readIntFromData(entry, 0));
         // The members of the primary container are in `tracks` already.
         if (track && container != found.primaryContainerId)
             addMember(found, container, *track);

@@ -69,14 +69,14 @@ void sqlTrackDb::readItems(Found& found, Statement items)
         track.artist = found.texts.shared(items.utf8(5));
         track.genre = found.texts.shared(items.utf8(6));
         track.duration = items.real(7) / MillisecondsPerSecond;
-        found.items[items.id(0)] = &track;
+        found.items.set(items.id(0), &track);
     }
 }
 
 void sqlTrackDb::readMembers(Found& found, Statement members)
 {
     while (members.step()) {
-        Track* track = found.items.value(members.id(0));
+        Track* track = found.items.find(members.id(0));
         if (!track)
             continue;
         if (members.id(1) == found.primaryContainerId)
@@ -92,7 +92,7 @@ void sqlTrackDb::readLocations(Found& found, const Database& locations) const
     Statement files =
         locations.prepare("select item_pid, base_location_id, location from location");
     while (files.step()) {
-        if (Track* track = found.items.value(files.id(0)))
-            track->path = path(found, files.id(1), TextPool::decode(files.utf8(2)));
+        if (Track* track = found.items.find(files.id(0)))
+            track->path = path(found, files.id(1), files.utf8(2));
     }
 }
