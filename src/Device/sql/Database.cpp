@@ -27,8 +27,6 @@ constexpr int LongestLengthLimit = 64 * MiB;
 constexpr int MostSqlBytes = 256 * KiB; // schemas of devices have some hundred KiB at most
 constexpr int MostExpressionDepth = 500;
 
-constexpr qint64 MostMappedBytes = qint64(1024) * MiB;
-
 /// A row takes more bytes than this in any table.
 constexpr qint64 LeastBytesPerRow = 4;
 /// Joined texts come again and again, but not as often as this.
@@ -154,9 +152,6 @@ void Database::harden(qint64 size)
     sqlite3_limit(database, SQLITE_LIMIT_EXPR_DEPTH, MostExpressionDepth);
     sqlite3_limit(database, SQLITE_LIMIT_ATTACHED, 0);
     sqlite3_limit(database, SQLITE_LIMIT_WORKER_THREADS, 0);
-    // Nobody else has the copy, so nothing can change below a mapping.
-    sqlite3_int64 mapped = std::min(size, MostMappedBytes);
-    sqlite3_file_control(database, "main", SQLITE_FCNTL_MMAP_SIZE, &mapped);
     sqlite3_set_authorizer(database, authorize, nullptr);
     // These take time by the product of two lengths within one instruction. A function of ours
     // that is not called innocuous cannot be used in a schema at all.
