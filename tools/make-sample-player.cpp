@@ -11,6 +11,7 @@
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
+#include <map>
 #include <string>
 
 namespace
@@ -18,7 +19,7 @@ namespace
 constexpr int UsageError = 2;
 constexpr int MostTracks = 1'000'000;
 
-QString writeLarge(const QString& folder, int trackCount)
+QString writeLargeITunesDb(const QString& folder, int trackCount)
 {
     const QString library = PathName::join(folder, u"iPod_Control/iTunes");
     const QString problem = Utility::createFolder(library);
@@ -29,6 +30,13 @@ QString writeLarge(const QString& folder, int trackCount)
         return file.errorString();
     file.write(largeITunesDb(trackCount));
     return file.commit() ? QString() : file.errorString();
+}
+
+QString writeLarge(const QString& folder, int trackCount, SamplePlayer::Format format)
+{
+    return format == SamplePlayer::Format::ITunesDb
+               ? writeLargeITunesDb(folder, trackCount)
+               : SamplePlayer::writeLibrary(folder, largeLibrary(trackCount), format);
 }
 
 int report(const QString& folder, const QString& problem)
@@ -51,6 +59,14 @@ int main(int argc, char** argv)
     app.add_option("--tracks", trackCount,
                    "Write a generated library of so many tracks, without media files")
         ->check(CLI::Range(1, MostTracks));
+    auto format = SamplePlayer::Format::ITunesDb;
+    app.add_option("--format", format, "How the player keeps its library")
+        ->transform(CLI::CheckedTransformer(
+            std::map<std::string, SamplePlayer::Format>{
+                {"itunesdb", SamplePlayer::Format::ITunesDb},
+                {"library", SamplePlayer::Format::Library},
+                {"medialibrary", SamplePlayer::Format::MediaLibrary}},
+            CLI::ignore_case));
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -63,6 +79,6 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "make-sample-player: %s is not empty\n", qPrintable(folder));
         return UsageError;
     }
-    return report(folder,
-                  trackCount > 0 ? writeLarge(folder, trackCount) : SamplePlayer::write(folder));
+    return report(folder, trackCount > 0 ? writeLarge(folder, trackCount, format)
+                                         : SamplePlayer::write(folder, format));
 }

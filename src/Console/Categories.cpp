@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+const QString Categories::VoiceMemos = QStringLiteral("voiceMemos");
 const QString Categories::PlaylistPrefix = QStringLiteral("playlist=");
 const QString Categories::AlbumPrefix = QStringLiteral("album=");
 
@@ -24,7 +25,7 @@ std::vector<std::string> Categories::names()
     std::vector<std::string> all;
     for (const Media& one : media())
         all.push_back(one.name.toStdString());
-    all.insert(all.end(), {"playlists", "voiceMemos", "cameraRoll", "photos"});
+    all.insert(all.end(), {"playlists", VoiceMemos.toStdString(), "cameraRoll", "photos"});
     return all;
 }
 

@@ -24,6 +24,9 @@ std::vector<std::string> names();
 /// Whether "export" takes `what`: a name, "all", "media", "playlist=..." or "album=...".
 bool isExportable(const QString& what);
 
+/// The recordings, which are in no library.
+extern const QString VoiceMemos;
+
 /// What stands before a playlist's or an album's own name.
 extern const QString PlaylistPrefix;
 extern const QString AlbumPrefix;

@@ -5,7 +5,9 @@
 #include "Console/DeviceChooser.h"
 #include "Console/Interrupt.h"
 #include "Console/Terminal.h"
+#include "Device/BookDb.h"
 #include "Device/TrackDb.h"
+#include "Device/VoiceMemoDb.h"
 #include "Export/Config.h"
 #include "Export/ExportJob.h"
 
@@ -48,8 +50,9 @@ Config settings(const CommandLine& line)
 class Selection
 {
 public:
-    explicit Selection(TrackDb* library)
-        : _library(library)
+    explicit Selection(Device& device)
+        : _device(device)
+        , _library(device.trackDb())
     {
     }
 
@@ -65,8 +68,12 @@ public:
         }
         if (what == u"playlists")
             _parts.push_back({{}, _library ? _library->playlists() : std::vector<Playlist*>()});
-        else if (what == u"all" || what == u"media")
-            _parts.push_back({_library ? _library->tracks() : std::vector<Track*>(), {}});
+        else if (what == u"media")
+            addMedia();
+        else if (what == u"all")
+            addAll();
+        else if (what == Categories::VoiceMemos)
+            addVoiceMemos();
         else
             addCategory(what);
         return true;
@@ -104,6 +111,30 @@ private:
         return true;
     }
 
+    void addMedia()
+    {
+        if (_library)
+            _parts.push_back({_library->tracks(), {}});
+    }
+
+    void addAll()
+    {
+        addMedia();
+        // Where the books are the library's own, they are among the media.
+        if (BookDb* catalogue = BookDb::filledCatalogue(_device))
+            _parts.push_back({catalogue->bookList(), {}});
+        if (_device.voiceMemoDb())
+            addVoiceMemos();
+    }
+
+    void addVoiceMemos()
+    {
+        if (VoiceMemoDb* recordings = _device.voiceMemoDb())
+            _parts.push_back({recordings->memos(), {}});
+        else
+            sayThereAreNone(Categories::VoiceMemos);
+    }
+
     void addCategory(const QString& name)
     {
         for (const Categories::Media& media : Categories::media()) {
@@ -114,9 +145,15 @@ private:
                 return;
             }
         }
+        sayThereAreNone(name);
+    }
+
+    static void sayThereAreNone(const QString& name)
+    {
         Terminal::say(tr("The device has no %1.").arg(name));
     }
 
+    Device& _device;
     TrackDb* _library;
     std::vector<Part> _parts;
 };
@@ -185,7 +222,7 @@ int Commands::exportMedia(const CommandLine& line)
         (void)library->tracks(); // before any category is asked for
     else
         Terminal::say(tr("The device holds no media library."));
-    Selection selection(library);
+    Selection selection(*device);
     for (const QString& what : line.what) {
         if (!selection.add(what))
             return ExitCode::WrongUsage;

@@ -1,7 +1,9 @@
 #include "Console/LibraryJson.h"
 
 #include "Console/Categories.h"
+#include "Device/BookDb.h"
 #include "Device/TrackDb.h"
+#include "Device/VoiceMemoDb.h"
 
 #include <QHash>
 #include <QJsonArray>
@@ -77,6 +79,45 @@ private:
     std::vector<const Object*> _objects;
 };
 
+/// An item that stands in the playlists of those positions.
+QByteArray itemObject(const Track& track, const QJsonArray& playlists)
+{
+    return compact(QJsonObject{{QStringLiteral("title"), textOrNull(track.title)},
+                               {QStringLiteral("artist"), textOrNull(track.artist)},
+                               {QStringLiteral("album"), textOrNull(track.album)},
+                               {QStringLiteral("genre"), textOrNull(track.genre)},
+                               {QStringLiteral("path"), textOrNull(track.path)},
+                               {QStringLiteral("duration"), track.duration},
+                               {QStringLiteral("type"), track.type},
+                               {QStringLiteral("isPodcast"), track.isPodcast},
+                               {QStringLiteral("playlists"), playlists}});
+}
+
+/// A JSON list, entry by entry.
+template <typename Objects, typename Write>
+void writeList(const LibraryJson::Sink& sink, const Objects& objects, Write write)
+{
+    const char* separator = "[";
+    for (const auto& object : objects) {
+        sink(separator + write(object));
+        separator = ",\n";
+    }
+    sink(objects.empty() ? "[]" : "]");
+}
+
+/// A reader that is no more than a list of items, or null.
+void writeItems(const LibraryJson::Sink& sink, const QByteArray& name,
+                const std::vector<Track*>* items)
+{
+    if (!items) {
+        sink("null");
+        return;
+    }
+    sink("{\"" + name + "\":");
+    writeList(sink, *items, [](const Track* item) { return itemObject(*item, {}); });
+    sink("}");
+}
+
 /// Writes a TrackDb. Lists and maps go out entry by entry, so that a large library does not
 /// stand in memory a second time.
 class TrackDbWriter
@@ -94,6 +135,10 @@ public:
             for (const Track* track : playlist->tracks)
                 _items(track);
         }
+        if (BookDb* catalogue = BookDb::filledCatalogue(library.device())) {
+            for (const Track* book : catalogue->bookList())
+                _items(book);
+        }
     }
 
     void write()
@@ -101,10 +146,12 @@ public:
         _sink("{\"format\":" + quoted(_library.format()) +
               ",\n\"name\":" + (_library.name().isNull() ? "null" : quoted(_library.name())));
         _sink(",\n\"items\":");
-        writeList(_items.objects(), [this](const Track* track) { return item(*track); });
+        writeList(_sink, _items.objects(), [this](const Track* track) {
+            return itemObject(*track, _playlists.all(track->playlists));
+        });
         _sink(",\n\"tracks\":" + compact(_items.all(_library.tracks())));
         _sink(",\n\"playlists\":");
-        writeList(_library.playlists(), [this](const Playlist* playlist) {
+        writeList(_sink, _library.playlists(), [this](const Playlist* playlist) {
             return compact(QJsonObject{{QStringLiteral("name"), textOrNull(playlist->name)},
                                        {QStringLiteral("tracks"), _items.all(playlist->tracks)}});
         });
@@ -116,30 +163,6 @@ public:
     }
 
 private:
-    QByteArray item(const Track& track)
-    {
-        return compact(QJsonObject{{QStringLiteral("title"), textOrNull(track.title)},
-                                   {QStringLiteral("artist"), textOrNull(track.artist)},
-                                   {QStringLiteral("album"), textOrNull(track.album)},
-                                   {QStringLiteral("genre"), textOrNull(track.genre)},
-                                   {QStringLiteral("path"), textOrNull(track.path)},
-                                   {QStringLiteral("duration"), track.duration},
-                                   {QStringLiteral("type"), track.type},
-                                   {QStringLiteral("isPodcast"), track.isPodcast},
-                                   {QStringLiteral("playlists"), _playlists.all(track.playlists)}});
-    }
-
-    template <typename Objects, typename Write>
-    void writeList(const Objects& objects, Write write)
-    {
-        const char* separator = "[";
-        for (const auto& object : objects) {
-            _sink(separator + write(object));
-            separator = ",\n";
-        }
-        _sink(objects.empty() ? "[]" : "]");
-    }
-
     /// One member a category, by `write`; ringtones have no album tree.
     template <typename Write>
     void writeCategories(bool ringtones, Write write)
@@ -198,7 +221,13 @@ void LibraryJson::write(Device& device, const Sink& sink)
         TrackDbWriter(*library, sink).write();
     else
         sink("null");
-    sink(",\n\"bookDb\":null,\n\"voiceMemoDb\":null,\n\"photoDb\":null,\n\"cameraRollDb\":null}\n");
+    sink(",\n\"bookDb\":");
+    BookDb* books = device.bookDb();
+    writeItems(sink, "bookList", books ? &books->bookList() : nullptr);
+    sink(",\n\"voiceMemoDb\":");
+    VoiceMemoDb* recordings = device.voiceMemoDb();
+    writeItems(sink, "memos", recordings ? &recordings->memos() : nullptr);
+    sink(",\n\"photoDb\":null,\n\"cameraRollDb\":null}\n");
 }
 
 QByteArray LibraryJson::devices(const Device::Devices& devices)

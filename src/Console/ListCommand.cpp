@@ -4,6 +4,7 @@
 #include "Console/DeviceChooser.h"
 #include "Console/Terminal.h"
 #include "Device/TrackDb.h"
+#include "Device/VoiceMemoDb.h"
 
 #include <QCoreApplication>
 
@@ -47,7 +48,7 @@ void printCount(const QString& category, std::size_t count)
     Terminal::print(QStringLiteral("%1%2\n").arg(category.leftJustified(CategoryWidth)).arg(count));
 }
 
-void printCounts(TrackDb& library)
+void printLibraryCounts(TrackDb& library)
 {
     for (const Categories::Media& media : Categories::media())
         printCount(media.name,
@@ -55,7 +56,12 @@ void printCounts(TrackDb& library)
     printCount(QStringLiteral("playlists"), library.playlists().size());
 }
 
-void printCategory(TrackDb& library, const QString& category)
+void sayThereAreNone(const QString& category)
+{
+    Terminal::say(tr("The device has no %1.").arg(category));
+}
+
+void printLibraryCategory(TrackDb& library, const QString& category)
 {
     if (category == u"playlists") {
         printPlaylists(library.playlists());
@@ -67,7 +73,23 @@ void printCategory(TrackDb& library, const QString& category)
             return;
         }
     }
-    Terminal::say(tr("The device has no %1.").arg(category));
+    sayThereAreNone(category);
+}
+
+void printVoiceMemos(VoiceMemoDb* recordings)
+{
+    if (recordings)
+        printTracks(recordings->memos());
+    else
+        sayThereAreNone(Categories::VoiceMemos);
+}
+
+void printCounts(TrackDb* library, VoiceMemoDb* recordings)
+{
+    if (library)
+        printLibraryCounts(*library);
+    if (recordings)
+        printCount(Categories::VoiceMemos, recordings->memos().size());
 }
 } // namespace
 
@@ -77,14 +99,16 @@ int Commands::list(const CommandLine& line)
     if (!device)
         return ExitCode::NoDevice;
     TrackDb* library = device->trackDb();
-    if (!library) {
+    if (library)
+        (void)library->tracks(); // before any category is asked for
+    VoiceMemoDb* recordings = device->voiceMemoDb();
+    if (line.category == Categories::VoiceMemos)
+        printVoiceMemos(recordings);
+    else if (line.category.isNull() && (library || recordings))
+        printCounts(library, recordings);
+    else if (!library)
         Terminal::say(tr("The device holds no media library."));
-        return ExitCode::Done;
-    }
-    (void)library->tracks(); // before any category is asked for
-    if (line.category.isNull())
-        printCounts(*library);
     else
-        printCategory(*library, line.category);
+        printLibraryCategory(*library, line.category);
     return ExitCode::Done;
 }

@@ -1,6 +1,7 @@
 #include "Console/CommandLine.h"
 #include "Console/Commands.h"
 #include "Device/Device.h"
+#include "Device/TemporaryCopy.h"
 
 #include <QCoreApplication>
 
@@ -47,6 +48,7 @@ int main(int argc, char** argv)
         return exitCode;
 
     const QCoreApplication application(argc, argv);
+    TemporaryCopy::removeLeftovers();
     exitCode = run(*line);
     Device::uninit();
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {

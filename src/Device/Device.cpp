@@ -1,8 +1,10 @@
 #include "Device/Device.h"
 
+#include "Device/BookDb.h"
 #include "Device/DeviceDelegate.h"
 #include "Device/PhotoDb.h"
 #include "Device/TrackDb.h"
+#include "Device/VoiceMemoDb.h"
 #include "Device/iPod/iPodDevice.h"
 
 #include <atomic>
@@ -138,4 +140,18 @@ PhotoDb* Device::photoDb()
     if (!_photoDb)
         _photoDb = PhotoDb::create(*this);
     return _photoDb.get();
+}
+
+VoiceMemoDb* Device::voiceMemoDb()
+{
+    if (!_voiceMemoDb)
+        _voiceMemoDb = VoiceMemoDb::create(*this);
+    return _voiceMemoDb.get();
+}
+
+BookDb* Device::bookDb()
+{
+    if (!_bookDb)
+        _bookDb = BookDb::create(*this);
+    return _bookDb.get();
 }

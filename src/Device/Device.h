@@ -10,9 +10,11 @@
 #include <memory>
 #include <optional>
 
+class BookDb;
 class DeviceDelegate;
 class PhotoDb;
 class TrackDb;
+class VoiceMemoDb;
 
 /// One connected player or phone: the only way to its files, and the owner of its readers.
 /// The class side is the hub that starts the device families and knows who hears of them.
@@ -82,6 +84,8 @@ public:
     /// looked for again at the next call. On the thread of the window only.
     TrackDb* trackDb();
     virtual PhotoDb* photoDb();
+    virtual VoiceMemoDb* voiceMemoDb();
+    virtual BookDb* bookDb();
 
 protected:
     QString _prefix;
@@ -91,4 +95,6 @@ protected:
 private:
     std::unique_ptr<TrackDb> _trackDb;
     std::unique_ptr<PhotoDb> _photoDb;
+    std::unique_ptr<VoiceMemoDb> _voiceMemoDb;
+    std::unique_ptr<BookDb> _bookDb;
 };

@@ -2,13 +2,17 @@
 
 #include "Base/Exception.h"
 #include "Base/PathName.h"
+#include "Device/BookDb.h"
 #include "Device/Device.h"
 #include "Device/itdb/itdbTrackDb.h"
+#include "Device/sql/sql5TrackDb.h"
+#include "Device/sql/sqlTrackDb.h"
 
 std::unique_ptr<TrackDb> TrackDb::create(Device& device)
 {
     // The first that finds its file wins; a new format is one new line here.
-    for (const auto probe : {itdbTrackDb::initWithDevice}) {
+    for (const auto probe :
+         {sql5TrackDb::initWithDevice, sqlTrackDb::initWithDevice, itdbTrackDb::initWithDevice}) {
         if (auto reader = probe(device))
             return reader;
     }
@@ -55,6 +59,10 @@ void TrackDb::load()
 
 const CategoryIndex& TrackDb::category(MediaCategory category)
 {
+    if (category == MediaCategory::Books) {
+        if (BookDb* catalogue = BookDb::filledCatalogue(_device))
+            return catalogue->books();
+    }
     fillTracks();
     return _index.at(std::size_t(category));
 }

@@ -51,7 +51,8 @@ public:
     const CategoryIndex& audiobooks() { return category(MediaCategory::Audiobooks); }
     const CategoryIndex& ringtones() { return category(MediaCategory::Ringtones); }
     const CategoryIndex& books() { return category(MediaCategory::Books); }
-    /// One of the seven above; voice memos have no index.
+    /// One of the seven above; voice memos have no index. Where the device's book catalogue holds
+    /// books, these are the books, and those of the library show in `tracks` only.
     const CategoryIndex& category(MediaCategory category);
 
     /// The track type of a media kind as the databases store it; 0 for any other number.

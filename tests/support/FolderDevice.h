@@ -20,6 +20,8 @@ public:
         _bookPath = QStringLiteral("/Books");
     }
 
+    void useControlFolder(const QString& path) { _controlPath = path; }
+
     /// Files that are left out of copies, as if the connection had broken.
     QStringList lost;
 

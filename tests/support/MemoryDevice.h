@@ -2,6 +2,7 @@
 
 #include "Device/Device.h"
 
+#include <QFile>
 #include <QHash>
 
 /// A device whose files are given by a test: for readers alone, without a file system.
@@ -14,11 +15,25 @@ public:
         _controlPath = prefix + QStringLiteral("/iPod_Control");
     }
 
+    /// Gives the device a folder of books, as phones have one.
+    void setBookPath(const QString& path) { _bookPath = path; }
+
     void put(const QString& path, const QByteArray& content) { _files[path] = content; }
 
     using Device::read;
     bool fileExists(const QString& path) override { return _files.contains(path); }
     QByteArray read(const QString& path) override { return _files.value(path); }
+    double getFileSize(const QString& path) override { return double(_files.value(path).size()); }
+    CopyResult copyOut(const QString& from, const QString& to,
+                       std::optional<int> /*progress*/) override
+    {
+        QFile file(to);
+        if (!fileExists(from))
+            return {CopyResult::End::Missing, {}};
+        if (!file.open(QIODevice::WriteOnly) || file.write(_files.value(from)) < 0)
+            return {CopyResult::End::Failed, file.errorString()};
+        return {};
+    }
 
 private:
     QHash<QString, QByteArray> _files;

@@ -2,12 +2,15 @@
 
 #include "Base/PathName.h"
 #include "Base/Utility.h"
+#include "support/BookCatalogue.h"
 #include "support/ITunesDbWriter.h"
 #include "support/SoundFile.h"
+#include "support/SqliteLibraries.h"
 
 #include <QFile>
 
 #include <array>
+#include <exception>
 
 namespace
 {
@@ -192,6 +195,49 @@ QString writeFile(const QString& path, const QByteArray& bytes)
         file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
     return written ? QString() : path + QStringLiteral(": ") + file.errorString();
 }
+
+QString writeVoiceMemos(const QString& folder)
+{
+    constexpr double FirstRecording = 300000000; // in 2010
+    constexpr double SecondsBetween = 100000;
+    std::vector<SqliteLibraries::Recording> recordings;
+    QString problem = Utility::createFolder(folder);
+    for (int i = 0; i < SamplePlayer::VoiceMemoCount && problem.isEmpty(); ++i) {
+        const QString name = QStringLiteral("20100705 08200%1.wav").arg(i);
+        recordings.push_back({0.5, FirstRecording + i * SecondsBetween,
+                              QStringLiteral("/var/mobile/Media/Recordings/") + name});
+        problem = writeFile(PathName::join(folder, name), SoundFile::wav(i));
+    }
+    if (problem.isEmpty())
+        SqliteLibraries::writeRecordings(PathName::join(folder, u"Recordings.db"), recordings);
+    return problem;
+}
+
+QString writeBooks(const QString& folder)
+{
+    const auto book = [](const char* name, const char* path) {
+        return BookCatalogue::Book{{QStringLiteral("Name"), QString::fromUtf8(name)},
+                                   {QStringLiteral("Artist"), QStringLiteral("R. Alder")},
+                                   {QStringLiteral("Album"), QStringLiteral("Walks")},
+                                   {QStringLiteral("Genre"), QStringLiteral("Nature")},
+                                   {QStringLiteral("Path"), QString::fromUtf8(path)}};
+    };
+    const std::vector<std::pair<const char*, QByteArray>> files = {
+        {"Hills.pdf", SoundFile::pdf("Hills")},
+        {"Rivers.epub/mimetype", "application/epub+zip"},
+        {"Rivers.epub/OEBPS/one.xhtml", "<html xmlns=\"http://www.w3.org/1999/xhtml\"/>"},
+        {"Purchases/Coast.pdf", SoundFile::pdf("Coast")},
+        {"Books.plist",
+         BookCatalogue::write({{book("Hills", "Hills.pdf"), book("Rivers", "Rivers.epub")}})},
+        {"Purchases/Purchases.plist",
+         BookCatalogue::write({{book("Coast", "Coast.pdf")}}, BookCatalogue::Form::Binary)}};
+    QString problem;
+    for (const auto& [name, content] : files) {
+        if (problem.isEmpty())
+            problem = writeFile(PathName::join(folder, QString::fromUtf8(name)), content);
+    }
+    return problem;
+}
 } // namespace
 
 TestLibrary SamplePlayer::library()
@@ -210,19 +256,41 @@ TestLibrary SamplePlayer::library()
     return builder.library();
 }
 
-QString SamplePlayer::write(const QString& folder)
+QString SamplePlayer::write(const QString& folder, Format format)
 {
-    return write(folder, library());
+    return write(folder, library(), format);
 }
 
-QString SamplePlayer::write(const QString& folder, const TestLibrary& library)
+QString SamplePlayer::writeLibrary(const QString& folder, const TestLibrary& library, Format format)
+try {
+    const QString place = PathName::join(folder, u"iPod_Control/iTunes");
+    switch (format) {
+    case Format::ITunesDb:
+        return writeFile(PathName::join(place, u"iTunesDB"), ITunesDbWriter::write(library));
+    case Format::Library:
+        SqliteLibraries::writeLibrary(PathName::join(place, u"iTunes Library.itlp"), library);
+        break;
+    case Format::MediaLibrary:
+        SqliteLibraries::writeMediaLibrary(PathName::join(place, u"MediaLibrary.sqlitedb"), library,
+                                           SqliteLibraries::Rows::InLog);
+        break;
+    }
+    return {};
+} catch (const std::exception& error) {
+    return QString::fromUtf8(error.what());
+}
+
+QString SamplePlayer::write(const QString& folder, const TestLibrary& library, Format format)
 {
     const QString control = PathName::join(folder, u"iPod_Control");
-    QString problem =
-        writeFile(PathName::join(control, u"iTunes/iTunesDB"), ITunesDbWriter::write(library));
+    QString problem = writeLibrary(folder, library, format);
     if (problem.isEmpty())
         problem = writeFile(PathName::join(control, u"Device/SysInfo"),
                             "BoardHwName: iPod Q98\nModelNumStr: xA446\n");
+    if (problem.isEmpty() && format != Format::ITunesDb)
+        problem = writeVoiceMemos(PathName::join(folder, u"Recordings"));
+    if (problem.isEmpty() && format != Format::ITunesDb)
+        problem = writeBooks(PathName::join(folder, u"Books"));
     for (std::size_t i = 0; i < library.tracks.size() && problem.isEmpty(); ++i) {
         QString location = library.tracks[i].location;
         if (location.isEmpty())

@@ -1,0 +1,95 @@
+#include "Device/sql/sql5TrackDb.h"
+
+#include "Base/PathName.h"
+#include "Device/Device.h"
+#include "Device/TemporaryCopy.h"
+
+namespace
+{
+const QString FileName = QStringLiteral("MediaLibrary.sqlitedb");
+constexpr std::size_t BytesPerMember = 8; // a 64-bit id, little-endian
+
+/// Seconds out of the column of milliseconds: values up to 1000 are seconds already.
+double seconds(double stored)
+{
+    constexpr double MillisecondsPerSecond = 1000.0;
+    return stored > MillisecondsPerSecond ? stored / MillisecondsPerSecond : stored;
+}
+} // namespace
+
+std::unique_ptr<TrackDb> sql5TrackDb::initWithDevice(Device& device)
+{
+    std::unique_ptr<sql5TrackDb> reader(new sql5TrackDb(device));
+    if (!device.fileExists(reader->_libraryPath))
+        return nullptr;
+    TemporaryCopy::keepForDiagnosis(device, reader->_libraryPath, TemporaryCopy::SideFiles::Take);
+    return reader;
+}
+
+sql5TrackDb::sql5TrackDb(Device& device)
+    : SqlReader(device)
+    , _libraryPath(PathName::join(PathName::join(device.controlPath(), u"iTunes"), FileName))
+{
+}
+
+QString sql5TrackDb::format() const
+{
+    return FileName;
+}
+
+void sql5TrackDb::parse()
+{
+    const TemporaryCopy copy(device(), _libraryPath, TemporaryCopy::SideFiles::Take);
+    const Database database(copy);
+    Found found;
+    readPrimaryContainer(found, database.prepare("select primary_container_pid from db_info"));
+    readBaseLocations(found, database.prepare("select base_location_id, path from base_location"));
+    readItems(
+        found,
+        database.prepare(
+            "select item.item_pid, item.base_location_id, genre.genre, item_extra.title, "
+            "item_extra.location, item_extra.media_kind, item_extra.total_time_ms, "
+            "item_extra.is_podcast, album.album, item_artist.item_artist from item "
+            "left outer join genre on item.genre_id = genre.genre_id "
+            "left outer join item_extra on item.item_pid = item_extra.item_pid "
+            "left outer join album on item.album_pid = album.album_pid "
+            "left outer join item_artist on item.item_artist_pid = item_artist.item_artist_pid"));
+    readContainers(found, database.prepare("select container_pid, name from container"));
+    readMembers(found,
+                database.prepare("select container_pid, item_pid_data from container_items"));
+}
+
+void sql5TrackDb::readItems(Found& found, Statement items)
+{
+    while (items.step()) {
+        Track& track = newTrack();
+        track.genre = found.texts.shared(items.utf8(2));
+        track.title = TextPool::decode(items.utf8(3));
+        track.path = path(found, items.id(1), items.utf8(4));
+        track.type = mediaTypeToTrackType(items.number(5));
+        track.duration = seconds(items.real(6));
+        track.isPodcast = items.number(7) != 0;
+        track.album = found.texts.shared(items.utf8(8));
+        track.artist = found.texts.shared(items.utf8(9));
+        found.items.set(items.id(0), &track);
+        list(track);
+    }
+}
+
+void sql5TrackDb::readMembers(Found& found, Statement containerItems)
+{
+    while (containerItems.step())
+        addMembers(found, containerItems.id(0), containerItems.blob(1));
+}
+
+void sql5TrackDb::addMembers(Found& found, qint32 container, ByteView members)
+{
+    for (std::size_t offset = 0; offset < members.size(); offset += BytesPerMember) {
+        // An entry that is cut ends the reading of the database.
+        const ByteView entry = Utility::bytesOfData(members, offset, BytesPerMember);
+        Track* track = found.items.find(Utility::readIntFromData(entry, 0));
+        // The members of the primary container are in `tracks` already.
+        if (track && container != found.primaryContainerId)
+            addMember(found, container, *track);
+    }
+}

@@ -1,0 +1,159 @@
+#include "Device/BookDb.h"
+
+#include "SqlFixture.h"
+#include "support/BookCatalogue.h"
+
+namespace
+{
+using BookCatalogue::Book;
+
+class BookDbTest : public SqlFixture
+{
+protected:
+    BookDbTest() { device.setBookPath("/Books"); }
+
+    void putBooks(const QByteArray& list) { device.put("/Books/Books.plist", list); }
+    void putPurchases(const QByteArray& list)
+    {
+        device.put("/Books/Purchases/Purchases.plist", list);
+    }
+    /// A media library with one book of its own.
+    void putLibrary()
+    {
+        TestTrack book = track(1, "Of the library");
+        book.mediaKind = 4194304;
+        SqliteLibraries::writeMediaLibrary(path("MediaLibrary.sqlitedb"), {"Phone", {book}, {}});
+        put("MediaLibrary.sqlitedb", onDevice("MediaLibrary.sqlitedb"));
+        (void)device.trackDb()->tracks();
+    }
+    static Book book(const QString& name)
+    {
+        return {{"Name", name},
+                {"Artist", "R. Alder"},
+                {"Album", "Field Notes"},
+                {"Genre", "Nature"},
+                {"Path", name + ".epub"}};
+    }
+};
+
+class BookForms : public BookDbTest, public testing::WithParamInterface<BookCatalogue::Form>
+{
+};
+} // namespace
+
+TEST_P(BookForms, ReadsEveryFieldOfABook)
+{
+    Book written = book(QString::fromUtf8("Ёлка & <夜> 🎄"));
+    putBooks(BookCatalogue::write({{written}}, GetParam()));
+    BookDb* db = device.bookDb();
+    ASSERT_NE(db, nullptr);
+    ASSERT_EQ(db->bookList().size(), 1U);
+    const Track& found = *db->bookList()[0];
+    EXPECT_EQ(found.title, written["Name"]);
+    EXPECT_EQ(found.artist, "R. Alder");
+    EXPECT_EQ(found.album, "Field Notes");
+    EXPECT_EQ(found.genre, "Nature");
+    EXPECT_EQ(found.path, "/Books/" + written["Path"]);
+    EXPECT_EQ(found.type, BookTrack);
+    EXPECT_FALSE(found.isPodcast);
+    EXPECT_EQ(found.duration, 0.0);
+}
+
+INSTANTIATE_TEST_SUITE_P(, BookForms,
+                         testing::Values(BookCatalogue::Form::Xml, BookCatalogue::Form::Binary),
+                         [](const auto& c) {
+                             return std::string(c.param == BookCatalogue::Form::Xml ? "Xml"
+                                                                                    : "Binary");
+                         });
+
+TEST_F(BookDbTest, FindsPurchasedBooksInTheirOwnFolder)
+{
+    putPurchases(BookCatalogue::write({{book("Bought")}}));
+    ASSERT_NE(device.bookDb(), nullptr);
+    ASSERT_EQ(device.bookDb()->bookList().size(), 1U);
+    EXPECT_EQ(device.bookDb()->bookList()[0]->path, "/Books/Purchases/Bought.epub");
+}
+
+TEST_F(BookDbTest, ListsSyncedBooksBeforePurchasedOnes)
+{
+    putPurchases(BookCatalogue::write({{book("Bought")}}));
+    putBooks(BookCatalogue::write({{book("Synced")}}));
+    EXPECT_EQ(titles(device.bookDb()->bookList()), QStringList({"Synced", "Bought"}));
+}
+
+TEST_F(BookDbTest, GivesABookWithoutPathAnEmptyOne)
+{
+    putBooks(BookCatalogue::write({{{{"Name", "Lost"}}}}));
+    const Track& found = *device.bookDb()->bookList().at(0);
+    for (const QString& text : {found.path, found.artist, found.album, found.genre}) {
+        EXPECT_FALSE(text.isNull());
+        EXPECT_TRUE(text.isEmpty());
+    }
+}
+
+TEST_F(BookDbTest, TakesTheBooksOfEveryRootKey)
+{
+    putBooks(BookCatalogue::write({{book("1"), book("2")}, {book("3"), book("4")}}));
+    EXPECT_EQ(titles(device.bookDb()->bookList()), QStringList({"1", "2", "3", "4"}));
+}
+
+TEST_F(BookDbTest, SkipsShapesThatAreNoBooks)
+{
+    putBooks(BookCatalogue::xml(
+        "<dict><key>a</key><string>text</string><key>b</key><integer>1</integer>"
+        "<key>c</key><dict><key>Name</key><string>no list</string></dict>"
+        "<key>d</key><array><string>x</string><array/><dict><key>Name</key><integer>5</integer>"
+        "<key>Artist</key><string/></dict><true/></array></dict>"));
+    ASSERT_EQ(device.bookDb()->bookList().size(), 1U);
+    EXPECT_EQ(device.bookDb()->bookList()[0]->title, "") << "no text counts as missing";
+}
+
+TEST_F(BookDbTest, IsEmptyForWhatIsNoPropertyList)
+{
+    const QByteArray whole = BookCatalogue::write({{book("Whole")}});
+    for (const QByteArray& bytes : {QByteArray("rubbish"), QByteArray("<plist"), whole.chopped(20),
+                                    BookCatalogue::xml("<array/>"), Files::content(4000)}) {
+        MemoryDevice other;
+        other.setBookPath("/Books");
+        other.put("/Books/Books.plist", bytes);
+        ASSERT_NE(other.bookDb(), nullptr);
+        EXPECT_TRUE(other.bookDb()->bookList().empty()) << bytes.left(40).constData();
+    }
+    EXPECT_EQ(temporaryFiles(), QStringList());
+}
+
+TEST_F(BookDbTest, IsNotThereWithoutACatalogue)
+{
+    EXPECT_EQ(device.bookDb(), nullptr);
+    MemoryDevice volume;
+    volume.put("Books.plist", BookCatalogue::write({{book("1")}}));
+    EXPECT_EQ(volume.bookDb(), nullptr) << "volumes have no folder of books";
+}
+
+TEST_F(BookDbTest, HasTheIndexOfACategory)
+{
+    putBooks(BookCatalogue::write({{book("1"), {{"Name", "Untagged"}}}}));
+    const CategoryIndex& books = device.bookDb()->books();
+    EXPECT_EQ(titles(books.tracks("*|*|*")), QStringList({"1", "Untagged"}));
+    EXPECT_EQ(titles(books.tracks("Nature|R. Alder|Field Notes")), QStringList("1"));
+    EXPECT_EQ(books.genres(), QStringList({"*", "Nature"}));
+    EXPECT_EQ(books.trackMap().size(), 8);
+}
+
+TEST_F(BookDbTest, ReplacesTheBooksOfTheLibrary)
+{
+    putBooks(BookCatalogue::write({{book("Of the catalogue")}}));
+    putLibrary();
+    EXPECT_EQ(titles(device.trackDb()->books().tracks("*|*|*")), QStringList("Of the catalogue"));
+    EXPECT_EQ(titles(device.trackDb()->tracks()), QStringList("Of the library"));
+}
+
+TEST_F(BookDbTest, LeavesTheLibraryItsBooksWhenItIsEmpty)
+{
+    putBooks("");
+    putPurchases("");
+    putLibrary();
+    ASSERT_NE(device.bookDb(), nullptr);
+    EXPECT_EQ(titles(device.trackDb()->books().tracks("*|*|*")), QStringList("Of the library"));
+    EXPECT_EQ(device.trackDb()->books().genres(), QStringList({"*", "Genre"}));
+}

@@ -1,0 +1,174 @@
+#include "SqlFixture.h"
+
+#include <QElapsedTimer>
+
+namespace
+{
+/// Libraries that no device would write.
+class HostileDatabase : public SqlFixture
+{
+protected:
+    TrackDb& read(const QByteArray& sql)
+    {
+        SqliteWriter(path("MediaLibrary.sqlitedb")).run(sql);
+        return readFile();
+    }
+    TrackDb& readFile()
+    {
+        put("MediaLibrary.sqlitedb", onDevice("MediaLibrary.sqlitedb"));
+        QElapsedTimer clock;
+        clock.start();
+        TrackDb& db = *device.trackDb();
+        (void)db.tracks();
+        EXPECT_LT(clock.elapsed(), 60000);
+        EXPECT_EQ(temporaryFiles(), QStringList());
+        return db;
+    }
+};
+
+const QByteArray OtherTables =
+    "create table genre (genre_id, genre); create table album (album_pid, album);"
+    "create table item_artist (item_artist_pid, item_artist);"
+    "create table item_extra (item_pid, title, location, media_kind, total_time_ms, is_podcast);";
+} // namespace
+
+TEST_F(HostileDatabase, EndsAViewThatRecursesForEver)
+{
+    TrackDb& db =
+        read(OtherTables + "create view item as with recursive n(i) as (select 1 union all "
+                           "select i + 1 from n) select i as item_pid, 1 as base_location_id, "
+                           "1 as genre_id, 1 as album_pid, 1 as item_artist_pid from n");
+    EXPECT_TRUE(db.tracks().empty());
+}
+
+TEST_F(HostileDatabase, EndsAViewThatMultipliesRowsForEver)
+{
+    TrackDb& db = read(
+        OtherTables +
+        "create table t (i); insert into t values (1),(2),(3),(4),(5),(6),(7),(8),(9),(10);"
+        "create view item as select a.i as item_pid, 1 as base_location_id, 1 as genre_id, "
+        "1 as album_pid, 1 as item_artist_pid from t a, t b, t c, t d, t e, t f, t g, t h, t i");
+    // A table has no more rows than its file has bytes.
+    EXPECT_LE(db.tracks().size(), std::size_t(Files::read(path("MediaLibrary.sqlitedb")).size()));
+}
+
+TEST_F(HostileDatabase, EndsAViewThatNeverYieldsARow)
+{
+    TrackDb& db = read(
+        OtherTables +
+        "create table t (i); insert into t values (1),(2),(3),(4),(5),(6),(7),(8),(9),(10);"
+        "create view item as select count(*) as item_pid, 1 as base_location_id, 1 as genre_id, "
+        "1 as album_pid, 1 as item_artist_pid from t a, t b, t c, t d, t e, t f, t g, t h, t i, "
+        "t j, t k, t l");
+    EXPECT_TRUE(db.tracks().empty());
+}
+
+TEST_F(HostileDatabase, MakesNoTextThatIsLongerThanTheFile)
+{
+    TrackDb& db =
+        read(OtherTables + "create table item (item_pid, base_location_id, genre_id, album_pid, "
+                           "item_artist_pid);"
+                           "insert into item values (1, 1, 1, 1, 1), (2, 1, 1, 1, 1);"
+                           "drop table item_extra; create view item_extra as select 1 as item_pid, "
+                           "hex(zeroblob(400000000)) as title, 'a' as location, 1 as media_kind, "
+                           "1 as total_time_ms, 0 as is_podcast");
+    EXPECT_TRUE(db.tracks().empty());
+}
+
+TEST_F(HostileDatabase, ReadsAHarmlessViewAsATable)
+{
+    TrackDb& db =
+        read(OtherTables + "create view item as select 5 as item_pid, 1 as base_location_id, "
+                           "1 as genre_id, 1 as album_pid, 1 as item_artist_pid");
+    EXPECT_EQ(db.tracks().size(), 1U);
+}
+
+TEST_F(HostileDatabase, KeepsWhatItReadBeforeAGiantRow)
+{
+    const QString giant(70 << 20, u'x');
+    SqliteLibraries::writeMediaLibrary(path("MediaLibrary.sqlitedb"),
+                                       {"Player", {track(1, "One"), track(2, giant)}, {}});
+    EXPECT_EQ(titles(readFile().tracks()), QStringList("One"));
+}
+
+TEST_F(HostileDatabase, ReadsAGiantTextThatIsReallyThere)
+{
+    const QString title(20 << 20, u'x');
+    SqliteLibraries::writeMediaLibrary(path("MediaLibrary.sqlitedb"),
+                                       {"Player", {track(1, title), track(2, "Two")}, {}});
+    TrackDb& db = readFile();
+    ASSERT_EQ(db.tracks().size(), 2U);
+    EXPECT_EQ(db.tracks()[0]->title.size(), title.size());
+}
+
+TEST_F(HostileDatabase, MayBeMissingAnyTableOrColumn)
+{
+    for (const char* table : {"db_info", "item", "item_extra", "genre", "album", "item_artist",
+                              "base_location", "container", "container_items"}) {
+        const QString name = path(QString("without-") + table);
+        {
+            SqliteWriter file(name);
+            SqliteLibraries::createMediaLibrary(file);
+            file.run("drop table " + QByteArray(table));
+            file.run("create table " + QByteArray(table) + " (unrelated)");
+        }
+        MemoryDevice other;
+        other.put(onDevice("MediaLibrary.sqlitedb"), Files::read(name));
+        EXPECT_TRUE(other.trackDb()->tracks().empty()) << table;
+    }
+}
+
+TEST_F(HostileDatabase, MayBeCutAnywhere)
+{
+    const QString file = path("MediaLibrary.sqlitedb");
+    SqliteLibraries::writeMediaLibrary(
+        file, {"Player", {track(1, "One"), track(2, "Two")}, {{"Mix", {1, 2}}}});
+    const QByteArray whole = Files::read(file);
+    for (qsizetype cut = 0; cut <= whole.size(); cut += cut < 200 ? 1 : 1009) {
+        MemoryDevice other;
+        other.put(onDevice("MediaLibrary.sqlitedb"), whole.first(cut));
+        EXPECT_LE(other.trackDb()->tracks().size(), 2U);
+    }
+}
+
+TEST_F(HostileDatabase, MayHaveBytesChangedAnywhere)
+{
+    const QString file = path("MediaLibrary.sqlitedb");
+    SqliteLibraries::writeMediaLibrary(
+        file, {"Player", {track(1, "One"), track(2, "Two")}, {{"Mix", {1, 2}}}});
+    const QByteArray whole = Files::read(file);
+    for (qsizetype i = 0; i < whole.size(); i += i < 200 ? 1 : 601) {
+        QByteArray bytes = whole;
+        bytes[i] = char(bytes[i] ^ 0xff);
+        MemoryDevice other;
+        other.put(onDevice("MediaLibrary.sqlitedb"), bytes);
+        (void)other.trackDb()->tracks();
+    }
+    EXPECT_EQ(temporaryFiles(), QStringList());
+}
+
+TEST_F(HostileDatabase, MayBeEncryptedOrEmpty)
+{
+    for (const QByteArray& bytes : {QByteArray(), Files::content(65536)}) {
+        MemoryDevice other;
+        other.put(onDevice("MediaLibrary.sqlitedb"), bytes);
+        EXPECT_TRUE(other.trackDb()->tracks().empty());
+        EXPECT_TRUE(other.trackDb()->playlists().empty());
+        EXPECT_TRUE(other.trackDb()->name().isNull());
+    }
+}
+
+TEST_F(HostileDatabase, MayHaveColumnsThatCallFunctionsWithoutEnd)
+{
+    TrackDb& db =
+        read("create table genre (genre_id, genre); create table album (album_pid, album);"
+             "create table item_artist (item_artist_pid, item_artist);"
+             "create table item_extra (item_pid, location, media_kind, total_time_ms, is_podcast);"
+             "create table item (item_pid, base_location_id, genre_id, album_pid, "
+             "item_artist_pid); insert into item values (1, 1, 1, 1, 1);"
+             "insert into item_extra (item_pid) values (1);"
+             "alter table item_extra add column title as "
+             "(instr(zeroblob(60000), zeroblob(30000) || x'01') + "
+             "length(replace(hex(zeroblob(30000)), hex(zeroblob(15000)) || 'x', '')))");
+    EXPECT_TRUE(db.tracks().empty());
+}

@@ -1,0 +1,271 @@
+#include "SqlFixture.h"
+
+namespace
+{
+class sql5TrackDbTest : public SqlFixture
+{
+protected:
+    sql5TrackDbTest()
+        : file(path("MediaLibrary.sqlitedb"))
+    {
+    }
+
+    void create()
+    {
+        SqliteLibraries::createMediaLibrary(file);
+        file.run("insert into db_info (db_pid, primary_container_pid) values (1, 4294967396)");
+        file.run("insert into container (container_pid, name) values (100, 'Player')");
+        file.run("insert into base_location values (3, 'iPod_Control/Music')");
+    }
+    void addItem(const QByteArray& pid, const QByteArray& milliseconds = "0")
+    {
+        file.run("insert into item (item_pid, base_location_id) values (" + pid + ", 3)");
+        file.run("insert into item_extra (item_pid, title, location, total_time_ms, media_kind) "
+                 "values (" +
+                 pid + ", 'T" + pid + "', 'F00/" + pid + ".mp3', " + milliseconds + ", 1)");
+    }
+    void addPlaylist(const QByteArray& pid, const QByteArray& name, const QByteArray& members)
+    {
+        file.run("insert into container (container_pid, name) values (" + pid + ", '" + name +
+                 "')");
+        file.into("container_items (container_pid, item_pid_data)", 2)
+            .add({pid.toLongLong(), members});
+    }
+    /// Eight little-endian bytes for each id.
+    static QByteArray packed(const std::vector<qint64>& ids)
+    {
+        QByteArray bytes;
+        for (const qint64 id : ids)
+            bytes.append(reinterpret_cast<const char*>(&id), sizeof id);
+        return bytes;
+    }
+
+    TrackDb& read()
+    {
+        put("MediaLibrary.sqlitedb", onDevice("MediaLibrary.sqlitedb"));
+        return *device.trackDb();
+    }
+
+    SqliteWriter file;
+};
+
+struct DurationCase {
+    const char* name;
+    QByteArray stored;
+    double seconds;
+};
+void PrintTo(const DurationCase& c, std::ostream* out)
+{
+    *out << c.name;
+}
+class sql5Duration : public sql5TrackDbTest, public testing::WithParamInterface<DurationCase>
+{
+};
+} // namespace
+
+TEST_F(sql5TrackDbTest, ReadsEveryFieldOfATrack)
+{
+    TestTrack written = track(7, QString::fromUtf8("Ёлка 🎄"));
+    written.milliseconds = 250500;
+    written.mediaKind = 64;
+    written.podcast = true;
+    SqliteLibraries::writeMediaLibrary(path("MediaLibrary.sqlitedb"),
+                                       {"Mira's Phone", {written}, {{"Mix", {7}}}});
+    TrackDb& db = read();
+    EXPECT_EQ(db.format(), "MediaLibrary.sqlitedb");
+    EXPECT_EQ(db.name(), "Mira's Phone");
+    ASSERT_EQ(db.tracks().size(), 1U);
+    const Track& found = *db.tracks()[0];
+    EXPECT_EQ(found.title, written.title);
+    EXPECT_EQ(found.artist, "Artist");
+    EXPECT_EQ(found.album, "Album");
+    EXPECT_EQ(found.genre, "Genre");
+    EXPECT_EQ(found.path, "/Volumes/P/iPod_Control/Music/F00/7.mp3");
+    EXPECT_DOUBLE_EQ(found.duration, 250.5);
+    EXPECT_EQ(found.type, TVShowTrack);
+    EXPECT_TRUE(found.isPodcast);
+    EXPECT_EQ(names(db.playlists()), QStringList("Mix"));
+}
+
+TEST_F(sql5TrackDbTest, ReadsRowsThatStandOnlyInTheLog)
+{
+    SqliteLibraries::writeMediaLibrary(path("MediaLibrary.sqlitedb"),
+                                       {"Player", {track(1, "One"), track(2, "Two")}, {}},
+                                       SqliteLibraries::Rows::InLog);
+    ASSERT_TRUE(QFile::exists(path("MediaLibrary.sqlitedb-wal")));
+    EXPECT_EQ(titles(read().tracks()), QStringList({"One", "Two"}));
+    EXPECT_EQ(temporaryFiles(), QStringList());
+}
+
+TEST_F(sql5TrackDbTest, ReadsWhatATornLogStillHolds)
+{
+    const QString database = path("MediaLibrary.sqlitedb");
+    SqliteLibraries::writeMediaLibrary(database, {"Player", {track(1, "One")}, {}},
+                                       SqliteLibraries::Rows::InLog);
+    const QByteArray log = Files::read(database + "-wal");
+    for (const qsizetype cut :
+         {qsizetype(0), qsizetype(31), qsizetype(33), log.size() / 2, log.size() - 1}) {
+        Files::write(database + "-wal", log.first(cut));
+        MemoryDevice other;
+        other.put(onDevice("MediaLibrary.sqlitedb"), Files::read(database));
+        other.put(onDevice("MediaLibrary.sqlitedb-wal"), log.first(cut));
+        EXPECT_TRUE(other.trackDb()->tracks().empty()) << "the one transaction is cut at " << cut;
+    }
+}
+
+TEST_F(sql5TrackDbTest, KeepsDuplicatesOfAPlaylist)
+{
+    create();
+    addItem("5");
+    addItem("7");
+    addPlaylist("9", "Mix", packed({5, 7, 5}));
+    TrackDb& db = read();
+    ASSERT_EQ(db.playlists().size(), 1U);
+    Playlist* mix = db.playlists()[0];
+    EXPECT_EQ(titles(mix->tracks), QStringList({"T5", "T7", "T5"}));
+    EXPECT_EQ(db.tracks()[0]->playlists, std::vector<Playlist*>(2, mix));
+    EXPECT_EQ(db.tracks()[1]->playlists, std::vector<Playlist*>(1, mix));
+}
+
+TEST_F(sql5TrackDbTest, SkipsMembersThatMatchNoItem)
+{
+    create();
+    addItem("5");
+    addPlaylist("8", "Of strangers", packed({1, 2}));
+    addPlaylist("9", "Mix", packed({99, 5 + (qint64(3) << 32), -1}));
+    addPlaylist("10", "Empty", {});
+    TrackDb& db = read();
+    EXPECT_EQ(names(db.playlists()), QStringList("Mix"));
+    EXPECT_EQ(titles(db.playlists()[0]->tracks), QStringList("T5"));
+}
+
+TEST_F(sql5TrackDbTest, TakesTheNameFromThePrimaryContainerWhateverItLists)
+{
+    create();
+    addItem("5");
+    file.into("container_items (container_pid, item_pid_data)", 2).add({100, packed({5, 5})});
+    TrackDb& db = read();
+    EXPECT_EQ(db.name(), "Player");
+    EXPECT_TRUE(db.playlists().empty());
+    EXPECT_EQ(titles(db.tracks()), QStringList("T5"));
+    EXPECT_TRUE(db.tracks()[0]->playlists.empty());
+}
+
+TEST_F(sql5TrackDbTest, EndsAtAMemberThatIsCutAndKeepsWhatItRead)
+{
+    create();
+    addItem("5");
+    addPlaylist("8", "Cut", packed({5, 5}).first(12));
+    addPlaylist("9", "Never reached", packed({5}));
+    TrackDb& db = read();
+    EXPECT_EQ(titles(db.tracks()), QStringList("T5"));
+    ASSERT_EQ(names(db.playlists()), QStringList("Cut"));
+    EXPECT_EQ(db.playlists()[0]->tracks.size(), 1U);
+    EXPECT_EQ(temporaryFiles(), QStringList());
+}
+
+TEST_P(sql5Duration, TakesSmallNumbersForSeconds)
+{
+    create();
+    addItem("1", GetParam().stored);
+    EXPECT_DOUBLE_EQ(read().tracks().at(0)->duration, GetParam().seconds);
+}
+
+INSTANTIATE_TEST_SUITE_P(, sql5Duration,
+                         testing::Values(DurationCase{"LongOnesAreMilliseconds", "250000", 250},
+                                         DurationCase{"ShortOnesAreSeconds", "900", 900},
+                                         DurationCase{"TheThresholdIsSeconds", "1000", 1000},
+                                         DurationCase{"AboveItAreMilliseconds", "1001", 1.001}),
+                         [](const auto& c) { return std::string(c.param.name); });
+
+TEST_F(sql5TrackDbTest, ListsAnItemWithoutExtraRow)
+{
+    create();
+    file.run("insert into item (item_pid, base_location_id) values (1, 0), (2, 3)");
+    TrackDb& db = read();
+    ASSERT_EQ(db.tracks().size(), 2U);
+    const Track& found = *db.tracks()[0];
+    EXPECT_EQ(found.title, "");
+    EXPECT_FALSE(found.title.isNull());
+    EXPECT_EQ(found.path, "/Volumes/P");
+    EXPECT_EQ(found.type, UnknownTrack);
+    EXPECT_EQ(found.duration, 0.0);
+    EXPECT_EQ(db.tracks()[1]->path, "/Volumes/P/iPod_Control/Music");
+}
+
+TEST_F(sql5TrackDbTest, BuildsThePathFromTheLocationAloneWhereTheBaseIsUnknown)
+{
+    create();
+    file.run("insert into item (item_pid, base_location_id) values (1, 44)");
+    file.run("insert into item_extra (item_pid, location) values (1, 'Music:F00:A.mp3')");
+    EXPECT_EQ(read().tracks().at(0)->path, "/Volumes/P/Music/F00/A.mp3");
+}
+
+TEST_F(sql5TrackDbTest, ReadsTracksWithoutThePlaylistTable)
+{
+    create();
+    addItem("1");
+    file.run("drop table container_items");
+    TrackDb& db = read();
+    EXPECT_EQ(titles(db.tracks()), QStringList("T1"));
+    EXPECT_TRUE(db.playlists().empty());
+}
+
+TEST_F(sql5TrackDbTest, KeepsBothOfTwoItemsThatDifferAboveBit31)
+{
+    create();
+    addItem("1");
+    addItem("4294967297");
+    addPlaylist("9", "Mix", packed({1}));
+    TrackDb& db = read();
+    EXPECT_EQ(titles(db.tracks()), QStringList({"T1", "T4294967297"}));
+    EXPECT_EQ(titles(db.playlists().at(0)->tracks), QStringList("T4294967297"));
+}
+
+TEST_F(sql5TrackDbTest, TakesTextThatIsNoUtf8ForNone)
+{
+    create();
+    addItem("1");
+    file.run("update item_extra set title = cast(x'ff41' as text), location = cast(x'ff' as text)");
+    TrackDb& db = read();
+    EXPECT_TRUE(db.tracks().at(0)->title.isNull());
+    EXPECT_TRUE(db.tracks().at(0)->path.isNull()) << "a file that cannot be named is none";
+}
+
+TEST_F(sql5TrackDbTest, ReadsColumnsOfOtherTypes)
+{
+    create();
+    file.run("insert into item (item_pid, base_location_id) values (1, 'three')");
+    file.run("insert into item_extra (item_pid, title, location, total_time_ms, media_kind, "
+             "is_podcast) values (1, 12.5, x'4142', 'long', x'02', '1')");
+    file.run("insert into container (container_pid, name) values (9, x'4d6978')");
+    file.run("insert into container_items (container_pid, item_pid_data) values (9, 17), "
+             "(10, 'text')");
+    TrackDb& db = read();
+    const Track& found = *db.tracks().at(0);
+    EXPECT_EQ(found.title, "12.5");
+    EXPECT_EQ(found.path, "/Volumes/P/AB");
+    EXPECT_EQ(found.duration, 0.0);
+    EXPECT_TRUE(found.isPodcast);
+    EXPECT_TRUE(db.playlists().empty());
+}
+
+TEST_F(sql5TrackDbTest, IsTheFirstOfSeveralFormatsAndTheBinaryOneTheLast)
+{
+    create();
+    addItem("1");
+    SqliteLibraries::writeLibrary(path("old"), {"Middle", {track(1, "Middle")}, {}});
+    device.put(onDevice("iTunesDB"), "rubbish");
+    EXPECT_EQ(device.trackDb()->format(), "iTunesDB");
+
+    MemoryDevice middle;
+    middle.put(onDevice("iTunesDB"), "rubbish");
+    middle.put(onDevice("iTunes Library.itlp/Library.itdb"), Files::read(path("old/Library.itdb")));
+    EXPECT_EQ(middle.trackDb()->name(), "Middle");
+
+    MemoryDevice newest;
+    newest.put(onDevice("iTunesDB"), "rubbish");
+    newest.put(onDevice("iTunes Library.itlp/Library.itdb"), Files::read(path("old/Library.itdb")));
+    newest.put(onDevice("MediaLibrary.sqlitedb"), Files::read(path("MediaLibrary.sqlitedb")));
+    EXPECT_EQ(newest.trackDb()->name(), "Player");
+}

@@ -1,0 +1,220 @@
+#include "SqlFixture.h"
+
+namespace
+{
+/// The pair of databases of a test.
+class sqlTrackDbTest : public SqlFixture
+{
+protected:
+    sqlTrackDbTest()
+        : library(path("Library.itdb"))
+        , locations(path("Locations.itdb"))
+    {
+    }
+
+    /// The tables as devices have them, with a primary container that is called "Player".
+    void create()
+    {
+        SqliteLibraries::createLibrary(library);
+        SqliteLibraries::createLocations(locations);
+        library.run("insert into db_info (pid, primary_container_pid) values (1, 4294967396)");
+        library.run("insert into container (pid, name) values (100, 'Player')");
+    }
+    void addItem(const QByteArray& pid, const QByteArray& title)
+    {
+        library.run("insert into item (pid, title) values (" + pid + ", '" + title + "')");
+    }
+    void addMember(const QByteArray& item, const QByteArray& container)
+    {
+        library.run("insert into item_to_container values (" + item + ", " + container + ", 0, 0)");
+    }
+
+    TrackDb& read()
+    {
+        put("Library.itdb", onDevice("iTunes Library.itlp/Library.itdb"));
+        put("Locations.itdb", onDevice("iTunes Library.itlp/Locations.itdb"));
+        return *device.trackDb();
+    }
+
+    SqliteWriter library;
+    SqliteWriter locations;
+};
+} // namespace
+
+TEST_F(sqlTrackDbTest, ReadsEveryFieldOfATrack)
+{
+    TestTrack written = track(7, QString::fromUtf8("Ёлка 🎄"));
+    written.artist = QString::fromUtf8("夜の喫茶店");
+    written.milliseconds = 250500;
+    written.mediaKind = 8;
+    written.podcast = true;
+    SqliteLibraries::writeLibrary(path(""), {"Mira's Phone", {written}, {{"Mix", {7, 7}}}});
+    TrackDb& db = read();
+    EXPECT_EQ(db.format(), "Library.itdb");
+    EXPECT_EQ(db.name(), "Mira's Phone");
+    ASSERT_EQ(db.tracks().size(), 1U);
+    const Track& found = *db.tracks()[0];
+    EXPECT_EQ(found.title, written.title);
+    EXPECT_EQ(found.artist, written.artist);
+    EXPECT_EQ(found.album, "Album");
+    EXPECT_EQ(found.genre, "Genre");
+    EXPECT_EQ(found.path, "/Volumes/P/iPod_Control/Music/F00/7.mp3");
+    EXPECT_DOUBLE_EQ(found.duration, 250.5);
+    EXPECT_EQ(found.type, AudiobookTrack);
+    EXPECT_TRUE(found.isPodcast);
+    ASSERT_EQ(db.playlists().size(), 1U);
+    EXPECT_EQ(titles(db.playlists()[0]->tracks), QStringList({written.title, written.title}));
+    EXPECT_EQ(found.playlists, std::vector<Playlist*>(2, db.playlists()[0]));
+}
+
+TEST_F(sqlTrackDbTest, TakesNameAndTracksFromTheContainerWithThePrimaryLowBits)
+{
+    create(); // 4294967396 is 100 in its low 32 bits
+    addItem("1", "One");
+    addItem("2", "Two");
+    addMember("2", "100");
+    addMember("1", "8589934692"); // 100 again
+    TrackDb& db = read();
+    EXPECT_EQ(db.name(), "Player");
+    EXPECT_EQ(titles(db.tracks()), QStringList({"Two", "One"}));
+    EXPECT_TRUE(db.playlists().empty());
+}
+
+TEST_F(sqlTrackDbTest, ListsAnItemTwiceThatIsTwiceInThePrimaryContainer)
+{
+    create();
+    addItem("1", "One");
+    addMember("1", "100");
+    addMember("1", "100");
+    EXPECT_EQ(titles(read().tracks()), QStringList({"One", "One"}));
+}
+
+TEST_F(sqlTrackDbTest, ShowsPlaylistsByTheirFirstMemberAndEmptyOnesNever)
+{
+    create();
+    addItem("1", "One");
+    library.run("insert into container (pid, name) values (5, 'First made'), (6, 'First filled'), "
+                "(7, 'Empty')");
+    addMember("1", "6");
+    addMember("1", "5");
+    addMember("1", "6");
+    addMember("99", "7"); // no such item
+    addMember("1", "55"); // no such container
+    TrackDb& db = read();
+    EXPECT_EQ(names(db.playlists()), QStringList({"First filled", "First made"}));
+    EXPECT_EQ(titles(db.playlists()[0]->tracks), QStringList({"One", "One"}));
+    EXPECT_TRUE(db.tracks().empty()) << "an item of playlists alone is not listed";
+}
+
+TEST_F(sqlTrackDbTest, BuildsThePathFromTheLocationAloneWhereTheBaseIsUnknown)
+{
+    create();
+    for (const char* id : {"1", "2", "3"}) {
+        addItem(id, id);
+        addMember(id, "100");
+    }
+    locations.run("insert into base_location (id, path) values (4294967297, 'iPod_Control/Music')");
+    locations.run("insert into location (item_pid, base_location_id, location) values "
+                  "(1, 1, 'F00/A.mp3'), (4294967298, 9, ':F01:B.mp3')");
+    TrackDb& db = read();
+    ASSERT_EQ(db.tracks().size(), 3U);
+    EXPECT_EQ(db.tracks()[0]->path, "/Volumes/P/iPod_Control/Music/F00/A.mp3");
+    EXPECT_EQ(db.tracks()[1]->path, "/Volumes/P/F01/B.mp3");
+    EXPECT_TRUE(db.tracks()[2]->path.isNull());
+}
+
+TEST_F(sqlTrackDbTest, TakesTheLaterOfTwoItemsThatDifferAboveBit31)
+{
+    create();
+    addItem("1", "First");
+    addItem("4294967297", "Second");
+    addMember("1", "100");
+    EXPECT_EQ(titles(read().tracks()), QStringList({"Second"}));
+}
+
+TEST_F(sqlTrackDbTest, ReadsNullsAsEmptyTextsAndNumbersOfZero)
+{
+    create();
+    library.run("insert into item (pid, title, artist, media_kind, total_time_ms, is_podcast) "
+                "values (1, null, null, null, null, null)");
+    addMember("1", "100");
+    TrackDb& db = read();
+    const Track& found = *db.tracks().at(0);
+    for (const QString& text : {found.title, found.artist, found.album, found.genre}) {
+        EXPECT_FALSE(text.isNull());
+        EXPECT_TRUE(text.isEmpty());
+    }
+    EXPECT_EQ(found.type, UnknownTrack);
+    EXPECT_EQ(found.duration, 0.0);
+}
+
+TEST_F(sqlTrackDbTest, CutsAWideMediaKindToItsLowBits)
+{
+    create();
+    library.run("insert into item (pid, title, media_kind) values (1, 'One', 4294967298)");
+    addMember("1", "100");
+    EXPECT_EQ(read().tracks().at(0)->type, MovieTrack);
+}
+
+TEST_F(sqlTrackDbTest, ListsThePrimaryContainerAsAPlaylistWithoutDbInfo)
+{
+    create();
+    library.run("delete from db_info");
+    addItem("1", "One");
+    addMember("1", "100");
+    TrackDb& db = read();
+    EXPECT_TRUE(db.name().isNull());
+    EXPECT_TRUE(db.tracks().empty());
+    EXPECT_EQ(names(db.playlists()), QStringList("Player"));
+}
+
+TEST_F(sqlTrackDbTest, YieldsNoTracksWithoutTheContainerTables)
+{
+    create();
+    addItem("1", "One");
+    library.run("drop table item_to_container");
+    TrackDb& db = read();
+    EXPECT_TRUE(db.tracks().empty());
+    EXPECT_EQ(db.name(), "Player");
+}
+
+TEST_F(sqlTrackDbTest, ReadsTracksWithoutLocations)
+{
+    create();
+    addItem("1", "One");
+    addMember("1", "100");
+    put("Library.itdb", onDevice("iTunes Library.itlp/Library.itdb"));
+    TrackDb& db = *device.trackDb();
+    EXPECT_EQ(titles(db.tracks()), QStringList("One"));
+    EXPECT_TRUE(db.tracks()[0]->path.isNull());
+}
+
+TEST_F(sqlTrackDbTest, IsNotThereWithoutTheLibraryFile)
+{
+    create();
+    put("Locations.itdb", onDevice("iTunes Library.itlp/Locations.itdb"));
+    EXPECT_EQ(device.trackDb(), nullptr);
+}
+
+TEST_F(sqlTrackDbTest, DeletesItsCopiesAndKeepsOthersForDiagnosis)
+{
+    create();
+    addItem("1", "One");
+    addMember("1", "100");
+    TrackDb& db = read();
+    EXPECT_EQ(db.tracks().size(), 1U);
+    EXPECT_EQ(temporaryFiles(), QStringList());
+    EXPECT_TRUE(QFile::exists(Utility::logFolder() + "/Library.itdb"));
+    EXPECT_TRUE(QFile::exists(Utility::logFolder() + "/Locations.itdb"));
+}
+
+TEST_F(sqlTrackDbTest, DeletesItsCopiesWhenTheDatabasesCannotBeOpened)
+{
+    device.put(onDevice("iTunes Library.itlp/Library.itdb"), Files::content(5000));
+    device.put(onDevice("iTunes Library.itlp/Locations.itdb"), "");
+    TrackDb& db = *device.trackDb();
+    EXPECT_TRUE(db.tracks().empty());
+    EXPECT_TRUE(db.playlists().empty());
+    EXPECT_TRUE(db.name().isNull());
+    EXPECT_EQ(temporaryFiles(), QStringList());
+}
