@@ -1,5 +1,6 @@
 #include "Device/Device.h"
 
+#include "Device/CameraRollDb.h"
 #include "Device/DeviceDelegate.h"
 #include "Device/PhotoDb.h"
 #include "Device/TrackDb.h"
@@ -138,4 +139,31 @@ PhotoDb* Device::photoDb()
     if (!_photoDb)
         _photoDb = PhotoDb::create(*this);
     return _photoDb.get();
+}
+
+CameraRollDb* Device::cameraRollDb()
+{
+    return nullptr;
+}
+
+CameraRollDb* Device::createdCameraRollDb()
+{
+    if (!_cameraRollDb)
+        _cameraRollDb = CameraRollDb::create(*this);
+    return _cameraRollDb.get();
+}
+
+void Device::stopPreviews()
+{
+    if (_photoDb)
+        _photoDb->stopPreviews();
+    if (_cameraRollDb)
+        _cameraRollDb->stopPreviews();
+}
+
+void Device::releaseReaders()
+{
+    _cameraRollDb.reset();
+    _photoDb.reset();
+    _trackDb.reset();
 }

@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 
+class CameraRollDb;
 class DeviceDelegate;
 class PhotoDb;
 class TrackDb;
@@ -82,8 +83,20 @@ public:
     /// looked for again at the next call. On the thread of the window only.
     TrackDb* trackDb();
     virtual PhotoDb* photoDb();
+    /// Only phones have a camera roll.
+    virtual CameraRollDb* cameraRollDb();
+
+    /// Asks the threads that make previews to end, without waiting: for a device that is leaving
+    /// while somebody still holds it.
+    void stopPreviews();
 
 protected:
+    /// Ends the readers with their threads. A family calls it first thing in its destructor:
+    /// afterwards its file operations, which those threads use, are gone.
+    void releaseReaders();
+    /// For the families that have a camera roll: made on first use.
+    CameraRollDb* createdCameraRollDb();
+
     QString _prefix;
     QString _controlPath;
     QString _bookPath;
@@ -91,4 +104,5 @@ protected:
 private:
     std::unique_ptr<TrackDb> _trackDb;
     std::unique_ptr<PhotoDb> _photoDb;
+    std::unique_ptr<CameraRollDb> _cameraRollDb;
 };

@@ -19,11 +19,21 @@ public:
         _controlPath = QStringLiteral("/iTunes_Control");
         _bookPath = QStringLiteral("/Books");
     }
+    ~FolderDevice() override { releaseReaders(); }
 
     /// Files that are left out of copies, as if the connection had broken.
     QStringList lost;
 
-    using Device::read;
+    QByteArray read(const QString& path) override
+    {
+        QFile file(local(path));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    QByteArray read(const QString& path, quint32 offset, quint32 length) override
+    {
+        return read(path).mid(offset, length);
+    }
+    CameraRollDb* cameraRollDb() override { return createdCameraRollDb(); }
     bool fileExists(const QString& path) override { return QFileInfo::exists(local(path)); }
     bool isDirectory(const QString& path) override { return QFileInfo(local(path)).isDir(); }
     QStringList getFiles(const QString& folder) override

@@ -14,11 +14,17 @@ public:
         _controlPath = prefix + QStringLiteral("/iPod_Control");
     }
 
+    ~MemoryDevice() override { releaseReaders(); }
+
     void put(const QString& path, const QByteArray& content) { _files[path] = content; }
 
     using Device::read;
     bool fileExists(const QString& path) override { return _files.contains(path); }
     QByteArray read(const QString& path) override { return _files.value(path); }
+    QByteArray read(const QString& path, quint32 offset, quint32 length) override
+    {
+        return _files.value(path).mid(offset, length);
+    }
 
 private:
     QHash<QString, QByteArray> _files;

@@ -3,6 +3,7 @@
 #include "Base/PathName.h"
 #include "Base/Utility.h"
 #include "support/ITunesDbWriter.h"
+#include "support/SamplePhotos.h"
 #include "support/SoundFile.h"
 
 #include <QFile>
@@ -212,7 +213,8 @@ TestLibrary SamplePlayer::library()
 
 QString SamplePlayer::write(const QString& folder)
 {
-    return write(folder, library());
+    const QString problem = write(folder, library());
+    return problem.isEmpty() ? SamplePhotos::write(folder) : problem;
 }
 
 QString SamplePlayer::write(const QString& folder, const TestLibrary& library)

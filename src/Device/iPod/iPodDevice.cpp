@@ -135,6 +135,7 @@ void iPodDevice::handleUnmountNotification(const QString& path)
         return;
     const std::shared_ptr<Device> device = found->second;
     devices.erase(found);
+    device->stopPreviews(); // whoever still holds the device must not keep them going
     if (DeviceDelegate* listener = delegate())
         listener->deviceDisconnected(device);
 }
@@ -144,6 +145,11 @@ iPodDevice::iPodDevice(const QString& prefix)
     _prefix = prefix;
     const QString first = PathName::join(prefix, ControlFolders[0]);
     _controlPath = exists(first) ? first : PathName::join(prefix, ControlFolders[1]);
+}
+
+iPodDevice::~iPodDevice()
+{
+    releaseReaders();
 }
 
 QString iPodDevice::key() const

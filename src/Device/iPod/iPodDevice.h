@@ -22,6 +22,7 @@ public:
 
     /// A device whose files stand below `prefix`, which need not be a mount point.
     explicit iPodDevice(const QString& prefix);
+    ~iPodDevice() override;
 
     /// The mount path.
     [[nodiscard]] QString key() const override;
