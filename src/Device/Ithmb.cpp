@@ -102,6 +102,6 @@ QImage Ithmb::convert(const QString& path, std::int32_t thumbnailIndex) const
 
 QImage Ithmb::getJpeg(ByteView data)
 {
-    return PreviewImage::decode(QByteArray::fromRawData(
-        reinterpret_cast<const char*>(data.data()), qsizetype(data.size())));
+    return PreviewImage::decode(QByteArray::fromRawData(reinterpret_cast<const char*>(data.data()),
+                                                        qsizetype(data.size())));
 }

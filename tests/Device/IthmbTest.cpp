@@ -187,9 +187,10 @@ TEST(PackedYuv, EqualsTheFormulaForEveryPixelThereIs)
             for (int y = 0; y < 256; ++y) {
                 const Ithmb::Rgb pixel =
                     Ithmb::yuv2Rbg(std::uint8_t(y), std::uint8_t(u), std::uint8_t(v));
-                const bool equal = pixel.red == Formula::darkened(Formula::packedRed(y, v)) &&
-                                   pixel.green == Formula::darkened(Formula::packedGreen(y, u, v)) &&
-                                   pixel.blue == Formula::darkened(Formula::packedBlue(y, u));
+                const bool equal =
+                    pixel.red == Formula::darkened(Formula::packedRed(y, v)) &&
+                    pixel.green == Formula::darkened(Formula::packedGreen(y, u, v)) &&
+                    pixel.blue == Formula::darkened(Formula::packedBlue(y, u));
                 ASSERT_TRUE(equal) << y << ' ' << u << ' ' << v;
             }
         }
@@ -206,11 +207,9 @@ TEST(PackedYuv, ConvertsBitmapsAsItConvertsPixels)
         const int stored = row / 2 + row % 2 * (height / 2);
         for (int x = 0; x < width; ++x) {
             const char* group = data.constData() + stored * width * 2 + x / 2 * 4;
-            const auto pixel =
-                Ithmb::yuv2Rbg(std::uint8_t(group[1 + x % 2 * 2]), std::uint8_t(group[0]),
-                               std::uint8_t(group[2]));
-            ASSERT_EQ(rgba(image, x, row),
-                      (std::vector<int>{pixel.red, pixel.green, pixel.blue}));
+            const auto pixel = Ithmb::yuv2Rbg(std::uint8_t(group[1 + x % 2 * 2]),
+                                              std::uint8_t(group[0]), std::uint8_t(group[2]));
+            ASSERT_EQ(rgba(image, x, row), (std::vector<int>{pixel.red, pixel.green, pixel.blue}));
         }
     }
 }
@@ -242,8 +241,8 @@ TEST(PackedYuv, TakesOddGridsAsTheyCome)
     const QImage image = Ithmb::getYuvBmp(viewOf(data), 3, 3);
     ASSERT_EQ(image.size(), QSize(3, 3));
     const QByteArray woven = Ithmb::interlace(viewOf(data), 3, 3);
-    const auto pixel = Ithmb::yuv2Rbg(std::uint8_t(woven[7]), std::uint8_t(woven[4]),
-                                      std::uint8_t(woven[6]));
+    const auto pixel =
+        Ithmb::yuv2Rbg(std::uint8_t(woven[7]), std::uint8_t(woven[4]), std::uint8_t(woven[6]));
     EXPECT_EQ(rgba(image, 0, 1), (std::vector<int>{pixel.red, pixel.green, pixel.blue}));
     EXPECT_EQ(rgba(image, 2, 2), (std::vector<int>{0, 0, 0}));
 }
@@ -286,9 +285,9 @@ void expectPlanar(int width, int height)
     ASSERT_EQ(image.size(), QSize(width, height));
     for (int i = 0; i < count; ++i) {
         const int chroma = i / 720 / 2 * 360 + i % 720 / 2;
-        const auto pixel = Ithmb::yuv420ToRgb(std::uint8_t(data[i]),
-                                              std::uint8_t(data[count + chroma]),
-                                              std::uint8_t(data[count + count / 4 + chroma]));
+        const auto pixel =
+            Ithmb::yuv420ToRgb(std::uint8_t(data[i]), std::uint8_t(data[count + chroma]),
+                               std::uint8_t(data[count + count / 4 + chroma]));
         ASSERT_EQ(rgba(image, i % width, i / width),
                   (std::vector<int>{pixel.red, pixel.green, pixel.blue}))
             << i;
@@ -351,14 +350,16 @@ TEST_P(Kind, DecodesWhatWasStored)
         for (int y = 0; y < expected.height(); ++y) {
             for (int x = 0; x < expected.width(); ++x) {
                 const QRgb pixel = expected.pixel(x, y);
-                expected.setPixel(x, y, qRgb(qRed(pixel) * 220 / 256, qGreen(pixel) * 220 / 256,
-                                             qBlue(pixel) * 220 / 256));
+                expected.setPixel(x, y,
+                                  qRgb(qRed(pixel) * 220 / 256, qGreen(pixel) * 220 / 256,
+                                       qBlue(pixel) * 220 / 256));
             }
         }
     }
     // Chroma of half the width blurs the edges of the YUV formats; elsewhere few bits are lost.
-    if (tolerance > 0)
+    if (tolerance > 0) {
         EXPECT_LE(difference(image, expected), tolerance);
+    }
     const QImage blurred = image.scaled(40, 30, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     const QImage wanted = expected.scaled(40, 30, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     EXPECT_LE(difference(blurred, wanted), 16);

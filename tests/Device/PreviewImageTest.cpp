@@ -83,8 +83,7 @@ TEST(DecodedPreview, LooksLikeTheWholePictureMadeSmall)
 {
     const QByteArray jpeg = SamplePicture::encoded(SamplePicture::draw(5, {1600, 1200}), "jpeg");
     const QImage preview = PreviewImage::decodeThumbnail(jpeg, {100, 100});
-    const QImage whole =
-        PreviewImage::getThumbnail(PreviewImage::decode(jpeg), QSizeF(100, 100));
+    const QImage whole = PreviewImage::getThumbnail(PreviewImage::decode(jpeg), QSizeF(100, 100));
     ASSERT_EQ(preview.size(), QSize(100, 75));
     ASSERT_EQ(whole.size(), preview.size());
     double sum = 0;

@@ -43,18 +43,21 @@ TEST_F(Previews, AreMadeInOrder)
 TEST_F(Previews, AreOverAtOnceForNoPhotos)
 {
     const std::vector<Photo*> none;
-    const PreviewPass pass(none, [](Photo&) { FAIL(); }, plenty);
+    const PreviewPass pass(
+        none, [](Photo&) { FAIL(); }, plenty);
     EXPECT_TRUE(pass.finished());
     EXPECT_EQ(pass.done(), 0U);
 }
 
 TEST_F(Previews, AreNotBegunUnder200MiBOfFreeMemory)
 {
-    PreviewPass pass(photos, [](Photo&) { FAIL(); }, [] { return 199.9; });
+    PreviewPass pass(
+        photos, [](Photo&) { FAIL(); }, [] { return 199.9; });
     pass.wait();
     EXPECT_EQ(pass.done(), 0U);
     EXPECT_TRUE(pass.finished());
-    PreviewPass enough(photos, [](Photo&) {}, [] { return 200.0; });
+    PreviewPass enough(
+        photos, [](Photo&) {}, [] { return 200.0; });
     enough.wait();
     EXPECT_EQ(enough.done(), 5U);
 }
@@ -117,8 +120,8 @@ TEST_F(Previews, AreOverBeforeTheirPassIsGone)
 TEST_F(Previews, MayBeLookedAtWhileTheyAreMade)
 {
     PreviewPass pass(
-        photos,
-        [](Photo& photo) { photo.setSmallImage(QImage(10, 10, QImage::Format_RGB32)); }, plenty);
+        photos, [](Photo& photo) { photo.setSmallImage(QImage(10, 10, QImage::Format_RGB32)); },
+        plenty);
     while (!pass.finished()) {
         for (const Photo* photo : photos)
             EXPECT_FALSE(photo->smallImage().isNull());

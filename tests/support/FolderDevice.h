@@ -23,6 +23,8 @@ public:
 
     /// Files that are left out of copies, as if the connection had broken.
     QStringList lost;
+    /// Files are listed, and gone when they are asked for by themselves.
+    bool hideFiles = false;
 
     QByteArray read(const QString& path) override
     {
@@ -34,15 +36,18 @@ public:
         return read(path).mid(offset, length);
     }
     CameraRollDb* cameraRollDb() override { return createdCameraRollDb(); }
-    bool fileExists(const QString& path) override { return QFileInfo::exists(local(path)); }
+    bool fileExists(const QString& path) override
+    {
+        return QFileInfo::exists(local(path)) && (!hideFiles || isDirectory(path));
+    }
     bool isDirectory(const QString& path) override { return QFileInfo(local(path)).isDir(); }
     QStringList getFiles(const QString& folder) override
     {
-        return QDir(local(folder)).entryList(QDir::Files);
+        return QDir(local(folder)).entryList(QDir::Files | QDir::Hidden);
     }
     QStringList getDirs(const QString& folder) override
     {
-        return QDir(local(folder)).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+        return QDir(local(folder)).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
     }
     double getFileSize(const QString& path) override
     {

@@ -63,8 +63,8 @@ QByteArray IthmbWriter::rgb565(const QImage& picture)
     for (int y = 0; y < picture.height(); ++y) {
         for (int x = 0; x < picture.width(); ++x) {
             const QRgb pixel = picture.pixel(x, y);
-            out += littleEndian16(quint16((qRed(pixel) >> 3) << 11 | (qGreen(pixel) >> 2) << 5 |
-                                          qBlue(pixel) >> 3));
+            out += littleEndian16(
+                quint16((qRed(pixel) >> 3) << 11 | (qGreen(pixel) >> 2) << 5 | qBlue(pixel) >> 3));
         }
     }
     return out;
@@ -76,8 +76,8 @@ QByteArray IthmbWriter::rgb555(const QImage& picture, int rowPixels)
     for (int y = 0; y < picture.height(); ++y) {
         for (int x = 0; x < picture.width(); ++x) {
             const QRgb pixel = picture.pixel(x, y);
-            out += littleEndian16(quint16((qRed(pixel) >> 3) << 10 | (qGreen(pixel) >> 3) << 5 |
-                                          qBlue(pixel) >> 3));
+            out += littleEndian16(
+                quint16((qRed(pixel) >> 3) << 10 | (qGreen(pixel) >> 3) << 5 | qBlue(pixel) >> 3));
         }
         out += QByteArray(2 * (rowPixels - picture.width()), '\x7c'); // shows where it is not cut
     }
@@ -151,8 +151,8 @@ QSize IthmbWriter::gridOf(quint32 correlationId)
 
 QByteArray IthmbWriter::rendition(quint32 correlationId, const QImage& picture)
 {
-    const QImage scaled = picture.scaled(gridOf(correlationId), Qt::IgnoreAspectRatio,
-                                         Qt::SmoothTransformation);
+    const QImage scaled =
+        picture.scaled(gridOf(correlationId), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     switch (correlationId) {
     case 1019:
         return yuvPacked(scaled);

@@ -144,8 +144,7 @@ QByteArray PhotoDatabaseWriter::stringObject(quint32 type, const QString& text, 
                         quint32(encoding));
 }
 
-QByteArray PhotoDatabaseWriter::stringObject(quint32 type, const QByteArray& text,
-                                             quint32 encoding)
+QByteArray PhotoDatabaseWriter::stringObject(quint32 type, const QByteArray& text, quint32 encoding)
 {
     const QByteArray padding((4 - text.size() % 4) % 4, '\0');
     QByteArray body(12, '\0');

@@ -93,8 +93,8 @@ QString PhotosSqliteWriter::writeWithLog(const QString& path, const TestPhoneLib
                                       statements(library));
     if (!problem.isEmpty())
         return problem;
-    for (const QLatin1String suffix : {QLatin1String(""), QLatin1String("-wal"),
-                                       QLatin1String("-shm")}) {
+    for (const QLatin1String suffix :
+         {QLatin1String(""), QLatin1String("-wal"), QLatin1String("-shm")}) {
         if (!QFile::copy(work + suffix, path + suffix))
             return work + suffix + QStringLiteral(": not copied");
     }

@@ -22,8 +22,8 @@ void drawHills(QPainter& painter, int number, int layer)
         hills.lineTo(x, base - 0.09 * wave - 0.03 * std::sin(x * 23 + number));
     }
     hills.lineTo(1, 1);
-    painter.fillPath(hills, QColor::fromHsv((110 + number * 37 + layer * 15) % 360, 120 + layer * 25,
-                                            170 - layer * 40));
+    painter.fillPath(hills, QColor::fromHsv((110 + number * 37 + layer * 15) % 360,
+                                            120 + layer * 25, 170 - layer * 40));
 }
 } // namespace
 

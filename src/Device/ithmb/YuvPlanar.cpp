@@ -34,10 +34,8 @@ struct Tables {
         }
         for (std::size_t chroma = 0; chroma < 256; ++chroma) {
             for (std::size_t y = 0; y < 256; ++y) {
-                redOfV[chroma][y] =
-                    Ithmb::limit8Bit(luma[y] + 1.596 * (int(chroma) - Neutral));
-                blueOfU[chroma][y] =
-                    Ithmb::limit8Bit(luma[y] + 2.018 * (int(chroma) - Neutral));
+                redOfV[chroma][y] = Ithmb::limit8Bit(luma[y] + 1.596 * (int(chroma) - Neutral));
+                blueOfU[chroma][y] = Ithmb::limit8Bit(luma[y] + 2.018 * (int(chroma) - Neutral));
             }
         }
     }

@@ -34,17 +34,15 @@ void PhotoQuery::Close::operator()(sqlite3* database) const
 PhotoQuery::PhotoQuery(const QString& path)
 {
     sqlite3* database = nullptr;
-    const int result =
-        sqlite3_open_v2(QFile::encodeName(path).constData(), &database,
-                        SQLITE_OPEN_READONLY | SQLITE_OPEN_PRIVATECACHE | SQLITE_OPEN_NOMUTEX,
-                        nullptr);
+    const int result = sqlite3_open_v2(
+        QFile::encodeName(path).constData(), &database,
+        SQLITE_OPEN_READONLY | SQLITE_OPEN_PRIVATECACHE | SQLITE_OPEN_NOMUTEX, nullptr);
     _database.reset(database);
     if (result != SQLITE_OK) {
         _database.reset();
         return;
     }
-    const qint64 bytes =
-        QFileInfo(path).size() + QFileInfo(path + QStringLiteral("-wal")).size();
+    const qint64 bytes = QFileInfo(path).size() + QFileInfo(path + QStringLiteral("-wal")).size();
     _workLimit = BaseWork + WorkPerByte * bytes;
     harden();
 }

@@ -19,9 +19,9 @@ const QString FileName = QStringLiteral("Photos.sqlite");
 
 /// Albums in which the phone keeps its books, not people their photos.
 const QStringList BookkeepingAlbums = {
-    QStringLiteral("progress-sync"),   QStringLiteral("progress-fs-import"),
+    QStringLiteral("progress-sync"),        QStringLiteral("progress-fs-import"),
     QStringLiteral("progress-ota-restore"), QStringLiteral("Photos"),
-    QStringLiteral("Photo Stream"),    QStringLiteral("Photo Library"),
+    QStringLiteral("Photo Stream"),         QStringLiteral("Photo Library"),
     QStringLiteral("My Photo Stream")};
 } // namespace
 
@@ -145,21 +145,21 @@ void sql5PhotoDb::Parser::parsePhotos()
 {
     // Titles are asked for behind the last column, where there are none, so every one is empty.
     constexpr int TitleColumn = 5;
-    _database.each(
-        "select z_pk, zthumbnailindex, zdirectory, zfilename, ztitle from zgenericasset",
-        [this](sqlite3_stmt* row) {
-            const int thumbnailIndex = sqlite3_column_int(row, 1);
-            if (thumbnailIndex < 0)
-                return;
-            Photo& photo = _reader.newPhoto();
-            photo.photoId = sqlite3_column_int(row, 0);
-            photo.thumbnailIndex = thumbnailIndex;
-            photo.fullSizeFile = PathName::join(
-                PathName::join(_reader.device().prefix(), Utility::stringWithStmt(row, 2)),
-                Utility::stringWithStmt(row, 3));
-            photo.title = Utility::stringWithStmt(row, TitleColumn);
-            _photosById[photo.photoId] = &photo;
-        });
+    _database.each("select z_pk, zthumbnailindex, zdirectory, zfilename, ztitle from zgenericasset",
+                   [this](sqlite3_stmt* row) {
+                       const int thumbnailIndex = sqlite3_column_int(row, 1);
+                       if (thumbnailIndex < 0)
+                           return;
+                       Photo& photo = _reader.newPhoto();
+                       photo.photoId = sqlite3_column_int(row, 0);
+                       photo.thumbnailIndex = thumbnailIndex;
+                       photo.fullSizeFile =
+                           PathName::join(PathName::join(_reader.device().prefix(),
+                                                         Utility::stringWithStmt(row, 2)),
+                                          Utility::stringWithStmt(row, 3));
+                       photo.title = Utility::stringWithStmt(row, TitleColumn);
+                       _photosById[photo.photoId] = &photo;
+                   });
 }
 
 void sql5PhotoDb::Parser::parseMembers(const char* sql)
