@@ -1,7 +1,6 @@
 #include "Device/PhotoDb.h"
 
 #include "Base/Utility.h"
-
 #include "Device/iPod/iPodDevice.h"
 #include "support/Files.h"
 #include "support/MemoryDevice.h"

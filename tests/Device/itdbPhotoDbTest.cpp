@@ -175,7 +175,8 @@ TEST_F(PhotoDatabase, NamesAnAlbumByItsFirstObject)
         album({}, {}),
         album({stringObject(1, "One", Encoding::Utf16), stringObject(1, "Two", Encoding::Utf16)},
               {}),
-        album({}, {}), album({opaqueObject(9, 40)}, {}),
+        album({}, {}),
+        album({opaqueObject(9, 40)}, {}),
         album({stringObject(1, QByteArray("\xff\xfe"), 1)}, {}),
         album({stringObject(1, QByteArray(), 1)}, {})};
     PhotoDb& db = read(database({dataSet(2, list("mhla", albums))}));

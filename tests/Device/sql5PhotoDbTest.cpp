@@ -43,8 +43,8 @@ protected:
     {
         QByteArray file;
         for (int i = 0; i < count; ++i)
-            file += IthmbWriter::fixedRecord(
-                size, SamplePicture::draw(firstPicture + i, {size, size}));
+            file +=
+                IthmbWriter::fixedRecord(size, SamplePicture::draw(firstPicture + i, {size, size}));
         Files::write(path(QString("PhotoData/Thumbnails/%1x%1.ithmb").arg(size)), file);
     }
 
