@@ -5,6 +5,8 @@
 #include "Console/DeviceChooser.h"
 #include "Console/Interrupt.h"
 #include "Console/Terminal.h"
+#include "Device/CameraRollDb.h"
+#include "Device/PhotoDb.h"
 #include "Device/TrackDb.h"
 #include "Export/Config.h"
 #include "Export/ExportJob.h"
@@ -48,8 +50,9 @@ Config settings(const CommandLine& line)
 class Selection
 {
 public:
-    explicit Selection(TrackDb* library)
-        : _library(library)
+    explicit Selection(Device& device)
+        : _device(device)
+        , _library(device.trackDb())
     {
     }
 
@@ -58,17 +61,21 @@ public:
     {
         if (what.startsWith(Categories::PlaylistPrefix))
             return addPlaylists(what.sliced(Categories::PlaylistPrefix.size()));
-        if (what.startsWith(Categories::AlbumPrefix)) {
-            Terminal::say(tr("There is no photo album named %1.")
-                              .arg(what.sliced(Categories::AlbumPrefix.size())));
-            return false;
-        }
-        if (what == u"playlists")
-            _parts.push_back({{}, _library ? _library->playlists() : std::vector<Playlist*>()});
-        else if (what == u"all" || what == u"media")
-            _parts.push_back({_library ? _library->tracks() : std::vector<Track*>(), {}});
-        else
+        if (what.startsWith(Categories::AlbumPrefix))
+            return addAlbums(what.sliced(Categories::AlbumPrefix.size()));
+        if (what == u"playlists") {
+            _parts.push_back({{}, _library ? _library->playlists() : std::vector<Playlist*>(), {}});
+        } else if (what == u"all" || what == u"media") {
+            _parts.push_back({_library ? _library->tracks() : std::vector<Track*>(), {}, {}});
+            if (what == u"all")
+                addAllPhotos();
+        } else if (what == u"photos" && _device.photoDb()) {
+            _parts.push_back({{}, {}, _device.photoDb()->photos()});
+        } else if (what == u"cameraRoll" && _device.cameraRollDb()) {
+            _parts.push_back({{}, {}, _device.cameraRollDb()->photos()});
+        } else {
             addCategory(what);
+        }
         return true;
     }
 
@@ -79,14 +86,16 @@ public:
                 return;
             job.exportTracks(part.tracks);
             job.exportPlaylists(part.playlists);
+            job.exportPhotos(part.photos);
         }
     }
 
 private:
-    /// One job: tracks, or playlists.
+    /// One job: tracks, playlists or photos.
     struct Part {
         std::vector<Track*> tracks;
         std::vector<Playlist*> playlists;
+        std::vector<Photo*> photos;
     };
 
     bool addPlaylists(const QString& name)
@@ -104,19 +113,43 @@ private:
         return true;
     }
 
+    void addAllPhotos()
+    {
+        if (CameraRollDb* roll = _device.cameraRollDb())
+            _parts.push_back({{}, {}, roll->photos()});
+        if (PhotoDb* library = _device.photoDb())
+            _parts.push_back({{}, {}, library->photos()});
+    }
+
+    bool addAlbums(const QString& name)
+    {
+        PhotoDb* library = _device.photoDb();
+        bool found = false;
+        for (const Album* album : library ? library->albums() : std::vector<Album*>()) {
+            if (album->name == name) {
+                _parts.push_back({{}, {}, album->photos});
+                found = true;
+            }
+        }
+        if (!found)
+            Terminal::say(tr("There is no photo album named %1.").arg(name));
+        return found;
+    }
+
     void addCategory(const QString& name)
     {
         for (const Categories::Media& media : Categories::media()) {
             if (media.name == name) {
                 if (_library)
                     _parts.push_back(
-                        {_library->category(media.category).tracks(CategoryIndex::AllKey), {}});
+                        {_library->category(media.category).tracks(CategoryIndex::AllKey), {}, {}});
                 return;
             }
         }
         Terminal::say(tr("The device has no %1.").arg(name));
     }
 
+    Device& _device;
     TrackDb* _library;
     std::vector<Part> _parts;
 };
@@ -185,11 +218,12 @@ int Commands::exportMedia(const CommandLine& line)
         (void)library->tracks(); // before any category is asked for
     else
         Terminal::say(tr("The device holds no media library."));
-    Selection selection(library);
+    Selection selection(*device);
     for (const QString& what : line.what) {
         if (!selection.add(what))
             return ExitCode::WrongUsage;
     }
+    device->stopPreviews(); // nobody looks at them here
 
     Config config = settings(line);
     ExportJob job(device, config, host, report, Interrupt::requested());

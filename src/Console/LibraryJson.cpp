@@ -1,6 +1,7 @@
 #include "Console/LibraryJson.h"
 
 #include "Console/Categories.h"
+#include "Console/PhotoJson.h"
 #include "Device/TrackDb.h"
 
 #include <QHash>
@@ -198,7 +199,11 @@ void LibraryJson::write(Device& device, const Sink& sink)
         TrackDbWriter(*library, sink).write();
     else
         sink("null");
-    sink(",\n\"bookDb\":null,\n\"voiceMemoDb\":null,\n\"photoDb\":null,\n\"cameraRollDb\":null}\n");
+    sink(",\n\"bookDb\":null,\n\"voiceMemoDb\":null,\n\"photoDb\":");
+    PhotoJson::writePhotoDb(device, sink);
+    sink(",\n\"cameraRollDb\":");
+    PhotoJson::writeCameraRollDb(device, sink);
+    sink("}\n");
 }
 
 QByteArray LibraryJson::devices(const Device::Devices& devices)

@@ -2,6 +2,7 @@
 #include "Console/Categories.h"
 #include "Console/Commands.h"
 #include "Console/DeviceChooser.h"
+#include "Console/PhotoListing.h"
 #include "Console/Terminal.h"
 #include "Device/TrackDb.h"
 
@@ -76,15 +77,20 @@ int Commands::list(const CommandLine& line)
     const std::shared_ptr<Device> device = DeviceChooser::choose(line.device);
     if (!device)
         return ExitCode::NoDevice;
-    TrackDb* library = device->trackDb();
-    if (!library) {
-        Terminal::say(tr("The device holds no media library."));
+    if (!line.category.isNull() && PhotoListing::print(*device, line.category))
         return ExitCode::Done;
-    }
-    (void)library->tracks(); // before any category is asked for
-    if (line.category.isNull())
-        printCounts(*library);
+    TrackDb* library = device->trackDb();
+    if (!library)
+        Terminal::say(tr("The device holds no media library."));
     else
+        (void)library->tracks(); // before any category is asked for
+    if (line.category.isNull()) {
+        if (library)
+            printCounts(*library);
+        for (const auto& [name, count] : PhotoListing::counts(*device))
+            printCount(name, count);
+    } else if (library) {
         printCategory(*library, line.category);
+    }
     return ExitCode::Done;
 }

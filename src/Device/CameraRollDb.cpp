@@ -79,6 +79,12 @@ void CameraRollDb::stopPreviews()
         _previews->stop();
 }
 
+void CameraRollDb::waitForPreviews()
+{
+    if (_previews)
+        _previews->wait();
+}
+
 void CameraRollDb::load()
 {
     if (_loaded)

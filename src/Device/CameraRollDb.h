@@ -27,6 +27,8 @@ public:
     PreviewPass& previews();
     /// Asks that no further preview is made, without waiting. Nothing is loaded for that.
     void stopPreviews();
+    /// Waits until no preview is being made. On the thread of the window only.
+    void waitForPreviews();
 
 private:
     explicit CameraRollDb(Device& device);

@@ -161,6 +161,15 @@ void Device::stopPreviews()
         _cameraRollDb->stopPreviews();
 }
 
+void Device::endPreviews()
+{
+    stopPreviews();
+    if (_photoDb)
+        _photoDb->waitForPreviews();
+    if (_cameraRollDb)
+        _cameraRollDb->waitForPreviews();
+}
+
 void Device::releaseReaders()
 {
     _cameraRollDb.reset();

@@ -89,6 +89,8 @@ public:
     /// Asks the threads that make previews to end, without waiting: for a device that is leaving
     /// while somebody still holds it.
     void stopPreviews();
+    /// The same, and waits. A family does it for its devices in `uninit`.
+    void endPreviews();
 
 protected:
     /// Ends the readers with their threads. A family calls it first thing in its destructor:

@@ -58,6 +58,12 @@ void PhotoDb::stopPreviews()
         _previews->stop();
 }
 
+void PhotoDb::waitForPreviews()
+{
+    if (_previews)
+        _previews->wait();
+}
+
 Photo& PhotoDb::newPhoto()
 {
     Photo& photo = _ownedPhotos.emplace_back();

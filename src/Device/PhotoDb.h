@@ -38,6 +38,8 @@ public:
     PreviewPass& previews();
     /// Asks that no further preview is made, without waiting. Nothing is loaded for that.
     void stopPreviews();
+    /// Waits until no preview is being made. On the thread of the window only.
+    void waitForPreviews();
     /// The kinds of rendition that serve as preview and as the largest picture; 0 if none does.
     [[nodiscard]] std::int32_t smallCorrelationId() const { return _smallCorrelationId; }
     [[nodiscard]] std::int32_t largeCorrelationId() const { return _largeCorrelationId; }

@@ -54,10 +54,10 @@ QByteArray jpegOf(const QImage& image)
 QString writeFile(const QString& path, const QByteArray& bytes)
 {
     File file(path, File::Mode::Create);
-    const bool written = file.isOpen() &&
-                         file.write(std::as_bytes(
-                             std::span(bytes.constData(), std::size_t(bytes.size())))) &&
-                         file.close();
+    const bool written =
+        file.isOpen() &&
+        file.write(std::as_bytes(std::span(bytes.constData(), std::size_t(bytes.size())))) &&
+        file.close();
     return written ? QString() : file.error();
 }
 } // namespace
@@ -80,14 +80,14 @@ ExportJob::Next ExportJob::exportPhoto(const Photo& photo, int index)
         item.result = Result::Missing;
         item.why = words("The library names no file for this item");
     } else {
-        write(item, {ExportPath::folderOf(photo),
-                     [&] { return ExportPath::photoPath(photo, _config); },
-                     [&](ExportItem& it) {
-                         if (hasFullSizeFile(photo))
-                             copy(it, index);
-                         else
-                             writeRendition(photo, it);
-                     }});
+        write(item,
+              {ExportPath::folderOf(photo), [&] { return ExportPath::photoPath(photo, _config); },
+               [&](ExportItem& it) {
+                   if (hasFullSizeFile(photo))
+                       copy(it, index);
+                   else
+                       writeRendition(photo, it);
+               }});
     }
     const Next next = after(item);
     report(std::move(item));

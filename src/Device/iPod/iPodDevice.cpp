@@ -116,6 +116,8 @@ Device::Devices iPodDevice::init()
 void iPodDevice::uninit()
 {
     Workspace::shared().stopObservingVolumes();
+    for (const auto& [path, device] : devices) // the program may be about to end
+        device->endPreviews();
 }
 
 void iPodDevice::handleMountNotification(const QString& path)

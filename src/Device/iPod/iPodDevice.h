@@ -14,7 +14,7 @@ public:
     static Devices getDevices();
     /// Finds the devices present and follows mounts and unmounts from now on.
     static Devices init();
-    /// Follows no more; the devices found stay known.
+    /// Follows no more and makes no more previews; the devices found stay known.
     static void uninit();
 
     static void handleMountNotification(const QString& path);
