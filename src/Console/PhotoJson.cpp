@@ -92,10 +92,10 @@ void PhotoJson::writePhotoDb(Device& device, const LibraryJson::Sink& sink)
     }
     const auto photos = positions(library->photos());
     const auto albums = positions(library->albums());
-    QByteArray head = compact(
-        {{QStringLiteral("format"), library->format()},
-         {QStringLiteral("smallCorrelationId"), library->smallCorrelationId()},
-         {QStringLiteral("largeCorrelationId"), library->largeCorrelationId()}});
+    QByteArray head =
+        compact({{QStringLiteral("format"), library->format()},
+                 {QStringLiteral("smallCorrelationId"), library->smallCorrelationId()},
+                 {QStringLiteral("largeCorrelationId"), library->largeCorrelationId()}});
     head.chop(1); // the object goes on
     sink(head + ",\n\"photos\":");
     writeList(sink, library->photos(),
