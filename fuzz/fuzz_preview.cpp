@@ -5,11 +5,10 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const auto file =
-        QByteArray::fromRawData(reinterpret_cast<const char*>(data), qsizetype(size));
+    const auto file = QByteArray::fromRawData(reinterpret_cast<const char*>(data), qsizetype(size));
     const QImage image = PreviewImage::decodeThumbnail(file, PreviewImage::PreviewBox);
     static volatile QRgb sink = 0;
     if (!image.isNull())
-        sink = image.pixel(image.width() - 1, image.height() - 1);
+        sink = sink + image.pixel(image.width() - 1, image.height() - 1);
     return 0;
 }
