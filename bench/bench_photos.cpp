@@ -128,11 +128,11 @@ TestPhotoLibrary libraryOf(int count)
     for (int i = 0; i < count; ++i) {
         TestPhoto photo;
         photo.id = quint32(i + 100);
-        photo.thumbnails = {
-            {1019, ":Thumbs:F1019_1.ithmb", 0, 691200, 0, 0, 480, 720},
-            {1024, ":Thumbs:F1024_1.ithmb", 0, 153600, 0, 0, 240, 320},
-            {1023, ":Thumbs:F1023_1.ithmb", quint32(i % PreviewCount) * PreviewBytes, PreviewBytes,
-             0, 0, 132, 176}};
+        photo.thumbnails = {{1019, ":Thumbs:F1019_1.ithmb", 0, 691200, 0, 0, 480, 720},
+                            {1024, ":Thumbs:F1024_1.ithmb", 0, 153600, 0, 0, 240, 320},
+                            {1023, ":Thumbs:F1023_1.ithmb",
+                             quint32(i % PreviewCount) * PreviewBytes, PreviewBytes, 0, 0, 132,
+                             176}};
         if (i % 3 == 0)
             photo.fullSizeFile =
                 QString(":Full Resolution:2009:%1:IMG_%2.jpg").arg(i % 12 + 1).arg(i);

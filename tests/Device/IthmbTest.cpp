@@ -214,6 +214,32 @@ TEST(PackedYuv, ConvertsBitmapsAsItConvertsPixels)
     }
 }
 
+TEST(PackedYuv, ConvertsEveryPixelThereIsInBitmapsToo)
+{
+    // One bitmap for each U, one row for each V, and every Y in each row.
+    for (int u = 0; u < 256; ++u) {
+        QByteArray data;
+        data.reserve(256 * 256 * 2);
+        for (const int field : {0, 1}) {
+            for (int v = field; v < 256; v += 2) {
+                for (int y = 0; y < 256; y += 2)
+                    data += bytes({u, y, v, y + 1});
+            }
+        }
+        const QImage image = Ithmb::getYuvBmp(viewOf(data), 256, 256);
+        for (int v = 0; v < 256; ++v) {
+            const uchar* row = image.constScanLine(v);
+            for (int y = 0; y < 256; ++y, row += 3) {
+                const Ithmb::Rgb pixel =
+                    Ithmb::yuv2Rbg(std::uint8_t(y), std::uint8_t(u), std::uint8_t(v));
+                const bool equal =
+                    row[0] == pixel.red && row[1] == pixel.green && row[2] == pixel.blue;
+                ASSERT_TRUE(equal) << y << ' ' << u << ' ' << v;
+            }
+        }
+    }
+}
+
 TEST(Interlace, TakesRowsFromTheTwoFieldsInTurn)
 {
     EXPECT_EQ(Ithmb::interlace(viewOf("aabbccddeeff"), 1, 6), "aaddbbeeccff");

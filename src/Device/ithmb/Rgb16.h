@@ -9,14 +9,26 @@ namespace Rgb16
 {
 constexpr std::uint16_t OpaqueAlpha = 0xff00;
 
-/// A component of so many bits, widened to 8 by repeating its top bits.
-constexpr std::uint16_t widen5(std::uint16_t component)
+/// The upper half of a product: a multiplication and a shift in one instruction.
+constexpr std::uint16_t upperProduct(std::uint16_t left, std::uint16_t right)
 {
-    return std::uint16_t(component << 3 | component >> 2);
+    return std::uint16_t(std::uint32_t(left) * right >> 16);
 }
-constexpr std::uint16_t widen6(std::uint16_t component)
+
+/// A component, where it stands in the pixel, widened to 8 bits by repeating its top bits: five
+/// bits times 8 1/4, six bits times 4 1/16, rounded down. `unit` is the component's lowest bit.
+constexpr std::uint16_t widen5(std::uint16_t component, std::uint32_t unit)
 {
-    return std::uint16_t(component << 2 | component >> 4);
+    return upperProduct(component, std::uint16_t(65536 * 33 / 4 / unit));
+}
+constexpr std::uint16_t widen6(std::uint16_t component, std::uint32_t unit)
+{
+    return upperProduct(component, std::uint16_t(65536 * 65 / 16 / unit));
+}
+/// Five bits at the lowest place, for which the factor above would be too large.
+constexpr std::uint16_t widenLowest5(std::uint16_t component)
+{
+    return std::uint16_t(component * 33) >> 2;
 }
 
 /// Converts all pixels of the grid. `redGreen` and `blueAlpha` give the two halves of an output

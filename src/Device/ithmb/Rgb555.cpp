@@ -5,12 +5,13 @@ namespace
 {
 constexpr std::uint16_t redGreen(std::uint16_t pixel)
 {
-    return std::uint16_t(Rgb16::widen5(pixel >> 10 & 0x1f) | Rgb16::widen5(pixel >> 5 & 0x1f) << 8);
+    return std::uint16_t(Rgb16::widen5(pixel & 0x7c00, 1 << 10) |
+                         Rgb16::widen5(pixel & 0x03e0, 1 << 5) << 8);
 }
 
 constexpr std::uint16_t blueAlpha(std::uint16_t pixel)
 {
-    return std::uint16_t(Rgb16::widen5(pixel & 0x1f) | Rgb16::OpaqueAlpha);
+    return std::uint16_t(Rgb16::widenLowest5(pixel & 0x1f) | Rgb16::OpaqueAlpha);
 }
 } // namespace
 

@@ -5,12 +5,13 @@ namespace
 {
 constexpr std::uint16_t redGreen(std::uint16_t pixel)
 {
-    return std::uint16_t(Rgb16::widen5(pixel >> 11) | Rgb16::widen6(pixel >> 5 & 0x3f) << 8);
+    return std::uint16_t(Rgb16::widen5(pixel & 0xf800, 1 << 11) |
+                         Rgb16::widen6(pixel & 0x07e0, 1 << 5) << 8);
 }
 
 constexpr std::uint16_t blueAlpha(std::uint16_t pixel)
 {
-    return std::uint16_t(Rgb16::widen5(pixel & 0x1f) | Rgb16::OpaqueAlpha);
+    return std::uint16_t(Rgb16::widenLowest5(pixel & 0x1f) | Rgb16::OpaqueAlpha);
 }
 } // namespace
 
