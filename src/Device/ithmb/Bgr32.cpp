@@ -1,5 +1,6 @@
 #include "Device/Ithmb.h"
 #include "Device/ithmb/PixelGrid.h"
+#include "Device/ithmb/WideLoop.h"
 
 namespace
 {
@@ -21,11 +22,10 @@ QImage Ithmb::getBgr32Bmp(ByteView data, std::uint32_t width, std::uint32_t heig
         return image;
     const std::byte* in = data.data();
     auto* out = reinterpret_cast<std::uint32_t*>(image.bits()); // rows have no gaps
-    const std::size_t count = std::size_t(width) * height;
-    for (std::size_t i = 0; i < count; ++i) {
+    WideLoop::run(std::size_t(width) * height, [in, out](std::size_t i) {
         std::uint32_t pixel = 0;
         std::memcpy(&pixel, in + 4 * i, sizeof pixel);
         out[i] = toRgba(pixel);
-    }
+    });
     return image;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Device/ithmb/PixelGrid.h"
+#include "Device/ithmb/WideLoop.h"
 
 #include <cstring>
 
@@ -42,13 +43,12 @@ QImage convert(ByteView data, std::uint32_t width, std::uint32_t height, RedGree
         return image;
     const std::byte* in = data.data();
     auto* out = reinterpret_cast<std::uint16_t*>(image.bits()); // rows have no gaps
-    const std::size_t count = std::size_t(width) * height;
-    for (std::size_t i = 0; i < count; ++i) {
+    WideLoop::run(std::size_t(width) * height, [in, out, redGreen, blueAlpha](std::size_t i) {
         std::uint16_t pixel = 0;
         std::memcpy(&pixel, in + 2 * i, sizeof pixel);
         out[2 * i] = redGreen(pixel);
         out[2 * i + 1] = blueAlpha(pixel);
-    }
+    });
     return image;
 }
 } // namespace Rgb16

@@ -89,16 +89,16 @@ std::size_t largestChromaOffset(std::size_t pixelCount)
     return std::max(chromaOffset(pixelCount - 1), lastRow > 0 ? chromaOffset(lastRow - 1) : 0);
 }
 
-char* put(const Ithmb::Rgb& pixel, char* out)
+uchar* put(const Ithmb::Rgb& pixel, uchar* out)
 {
-    *out++ = char(pixel.red);
-    *out++ = char(pixel.green);
-    *out++ = char(pixel.blue);
+    *out++ = pixel.red;
+    *out++ = pixel.green;
+    *out++ = pixel.blue;
     return out;
 }
 
 /// Part of a row: `count` pixels from an even one on.
-char* convertRow(ByteView y, ByteView u, ByteView v, char* out)
+uchar* convertRow(ByteView y, ByteView u, ByteView v, uchar* out)
 {
     const Tables& from = tables();
     std::size_t i = 0;
@@ -110,6 +110,18 @@ char* convertRow(ByteView y, ByteView u, ByteView v, char* out)
     if (i < y.size())
         out = put(Chroma(from, u[i / 2], v[i / 2]).pixel(y[i]), out);
     return out;
+}
+
+/// All pixels, one after the other, in rows of the length that the format has.
+void convertPixels(ByteView data, std::size_t pixelCount, uchar* out)
+{
+    const ByteView u = data.subspan(pixelCount);
+    const ByteView v = data.subspan(pixelCount + pixelCount / 4);
+    for (std::size_t start = 0; start < pixelCount; start += RowLength) {
+        const ByteView row = data.subspan(start, std::min(RowLength, pixelCount - start));
+        const std::size_t chroma = chromaOffset(start);
+        out = convertRow(row, u.subspan(chroma), v.subspan(chroma), out);
+    }
 }
 } // namespace
 
@@ -133,14 +145,14 @@ QImage Ithmb::getYuv420Bmp(ByteView data, std::uint32_t width, std::uint32_t hei
     const std::size_t chromaStart = pixelCount + pixelCount / 4; // of V, which ends last
     if (chromaStart + largestChromaOffset(pixelCount) >= data.size())
         return {};
-    const ByteView u = data.subspan(pixelCount);
-    const ByteView v = data.subspan(chromaStart);
-    QByteArray pixels(qsizetype(3 * pixelCount), Qt::Uninitialized);
-    char* out = pixels.data();
-    for (std::size_t start = 0; start < pixelCount; start += RowLength) {
-        const ByteView row = data.subspan(start, std::min(RowLength, pixelCount - start));
-        const std::size_t chroma = chromaOffset(start);
-        out = convertRow(row, u.subspan(chroma), v.subspan(chroma), out);
+    QImage image(int(width), int(height), QImage::Format_RGB888);
+    if (image.isNull())
+        return image;
+    if (image.bytesPerLine() == qsizetype(width) * 3) { // no gaps, as at 720 pixels
+        convertPixels(data, pixelCount, image.bits());
+        return image;
     }
+    QByteArray pixels(qsizetype(3 * pixelCount), Qt::Uninitialized);
+    convertPixels(data, pixelCount, reinterpret_cast<uchar*>(pixels.data()));
     return PixelGrid::packedRgb(pixels, width, height);
 }
