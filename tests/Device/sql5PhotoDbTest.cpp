@@ -174,6 +174,15 @@ TEST_F(PhotosSqlite, ReadsRowsThatAreStillInTheLog)
     EXPECT_EQ(names(db.albums()), QStringList("Trip"));
 }
 
+TEST_F(PhotosSqlite, IsReadWithoutTheLogThatItSaysItHas)
+{
+    library.assets = {{10, 0, "DCIM", "A.JPG", {}}};
+    PhotoDb& db = readStatements(QStringList("PRAGMA journal_mode=WAL") +
+                                 PhotosSqliteWriter::statements(library));
+    ASSERT_FALSE(QFile::exists(databasePath() + "-wal"));
+    EXPECT_EQ(ids(db.photos()), (std::vector<int>{10}));
+}
+
 TEST_F(PhotosSqlite, LeavesNoTemporaryFilesAndACopyForDiagnosis)
 {
     library.assets = {{10, 0, "DCIM", "A.JPG", {}}};
