@@ -4,10 +4,16 @@
 #include "Base/Utility.h"
 #include "support/BookCatalogue.h"
 #include "support/ITunesDbWriter.h"
+#include "support/IthmbWriter.h"
+#include "support/PhotoDatabaseWriter.h"
+#include "support/PhotosSqliteWriter.h"
+#include "support/SamplePicture.h"
 #include "support/SqliteLibraries.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QtEndian>
 
 #include <cstdio>
 
@@ -85,6 +91,90 @@ bool writeBookSeeds(const QString& corpus)
     return write(folder, "xml", BookCatalogue::write(groups)) &&
            write(folder, "binary", BookCatalogue::write(groups, BookCatalogue::Form::Binary));
 }
+
+TestPhotoLibrary smallPhotoLibrary()
+{
+    TestPhotoLibrary library;
+    for (quint32 id = 1; id <= 3; ++id) {
+        TestPhoto photo;
+        photo.id = id;
+        photo.thumbnails = {{1023, QStringLiteral(":F.ithmb"), id, 16, 0, 0, 2, 4},
+                            {1019, QStringLiteral(":F.ithmb"), 0, 16, 0, 0, 2, 4}};
+        if (id == 2)
+            photo.fullSizeFile = QStringLiteral(":Full:A.jpg");
+        library.photos.push_back(photo);
+    }
+    library.albums = {{QStringLiteral("Trip"), {1, 3, 99}}, {QStringLiteral("Empty"), {}}};
+    library.kinds = {1019, 1023};
+    return library;
+}
+
+bool writePhotoDatabases(const QString& folder)
+{
+    PhotoDatabaseWriter::Options utf8;
+    utf8.encoding = PhotoDatabaseWriter::Encoding::Utf8;
+    const TestPhotoLibrary library = smallPhotoLibrary();
+    return write(folder, "whole", PhotoDatabaseWriter::write(library)) &&
+           write(folder, "utf8", PhotoDatabaseWriter::write(library, utf8)) &&
+           write(folder, "empty", PhotoDatabaseWriter::write({})) &&
+           write(folder, "cut", PhotoDatabaseWriter::write(library).first(900));
+}
+
+/// An input of fuzz_ithmb: the kind's number in its list, the visible size, and the pixels.
+QByteArray ithmbInput(int kind, quint16 width, quint16 height, const QByteArray& pixels)
+{
+    QByteArray input(9, '\0');
+    input[0] = char(kind);
+    qToLittleEndian(width, input.data() + 1);
+    qToLittleEndian(height, input.data() + 3);
+    return input + pixels;
+}
+
+bool writeRenditions(const QString& folder)
+{
+    const QImage small = SamplePicture::draw(1, {16, 8});
+    const QByteArray odd = IthmbWriter::yuvPlanar(SamplePicture::draw(2, {720, 2}));
+    return write(folder, "packed", ithmbInput(0, 16, 8, IthmbWriter::yuvPacked(small))) &&
+           write(folder, "rgb565", ithmbInput(1, 16, 8, IthmbWriter::rgb565(small))) &&
+           write(folder, "bgr32", ithmbInput(3, 16, 8, IthmbWriter::bgr32(small))) &&
+           write(folder, "planar", ithmbInput(4, 720, 2, odd)) &&
+           write(folder, "jpeg", ithmbInput(5, 16, 8, SamplePicture::encoded(small, "jpeg"))) &&
+           write(folder, "rgb555", ithmbInput(6, 16, 8, IthmbWriter::rgb555(small, 16))) &&
+           write(folder, "rows150", ithmbInput(8, 150, 150, IthmbWriter::rendition(3141, small))) &&
+           write(folder, "rows166",
+                 ithmbInput(12, 166, 166, IthmbWriter::rendition(4040, small))) &&
+           write(folder, "phone166", ithmbInput(14, 0, 0, IthmbWriter::fixedRecord(166, small))) &&
+           write(folder, "phone158", ithmbInput(15, 0, 0, IthmbWriter::fixedRecord(158, small))) &&
+           write(folder, "phone120", ithmbInput(16, 0, 0, IthmbWriter::fixedRecord(120, small)));
+}
+
+bool writePictures(const QString& folder)
+{
+    const QImage picture = SamplePicture::draw(1, {64, 48});
+    const QImage grey = picture.convertToFormat(QImage::Format_Grayscale8);
+    const QImage clear = picture.convertToFormat(QImage::Format_ARGB32);
+    return write(folder, "jpeg", SamplePicture::encoded(picture, "jpeg")) &&
+           write(folder, "grey", SamplePicture::encoded(grey, "jpeg", 50)) &&
+           write(folder, "png", SamplePicture::encoded(clear, "png"));
+}
+
+bool writePhoneDatabase(const QString& folder)
+{
+    const QTemporaryDir work;
+    const QString path = work.filePath(QStringLiteral("Photos.sqlite"));
+    TestPhoneLibrary library;
+    library.albums = {{1, QStringLiteral("Trip")}, {2, QStringLiteral("Photo Stream")}};
+    library.assets = {{10, 0, QStringLiteral("DCIM/100APPLE"), QStringLiteral("A.JPG"), {}},
+                      {11, -1, QStringLiteral("DCIM/100APPLE"), QStringLiteral("B.JPG"), {}}};
+    library.members6 = {{1, 10}};
+    library.members8 = {{2, 11}};
+    QStringList statements = PhotosSqliteWriter::statements(library);
+    statements.prepend(QStringLiteral("PRAGMA page_size=512")); // a small seed mutates faster
+    if (!PhotosSqliteWriter::run(path, statements).isEmpty())
+        return false;
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && write(folder, "whole", file.readAll());
+}
 } // namespace
 
 int main(int argc, char** argv)
@@ -93,6 +183,7 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "usage: make-seeds CORPUS-FOLDER\n");
         return 2;
     }
+    const QCoreApplication application(argc, argv); // finds the image formats
     const QString corpus = QFile::decodeName(argv[1]);
     const QString itunesdb = PathName::join(corpus, u"itunesdb");
     ITunesDbWriter::Options plain;
@@ -104,5 +195,9 @@ int main(int argc, char** argv)
                          write(itunesdb, "old", ITunesDbWriter::write(smallLibrary(), old)) &&
                          write(itunesdb, "empty", ITunesDbWriter::write(TestLibrary())) &&
                          write(itunesdb, "cut", ITunesDbWriter::write(smallLibrary()).first(2000));
-    return written && writeSqliteSeeds(corpus) && writeBookSeeds(corpus) ? 0 : 1;
+    const bool photosWritten = writePhotoDatabases(PathName::join(corpus, u"photodatabase")) &&
+                               writeRenditions(PathName::join(corpus, u"ithmb")) &&
+                               writePictures(PathName::join(corpus, u"preview")) &&
+                               writePhoneDatabase(PathName::join(corpus, u"photossqlite"));
+    return written && photosWritten && writeSqliteSeeds(corpus) && writeBookSeeds(corpus) ? 0 : 1;
 }

@@ -1,5 +1,6 @@
 #include "Console/ConsoleExportHost.h"
 
+#include "Base/PathName.h"
 #include "Console/Interrupt.h"
 #include "Console/Terminal.h"
 
@@ -21,7 +22,12 @@ QString tr(const char* text)
 
 QString itemName(const ExportItem& item)
 {
-    return item.title.isEmpty() ? item.from : item.title;
+    if (!item.title.isEmpty())
+        return item.title;
+    // One file on the device may hold the pictures of many photos.
+    return item.kind == ExportItem::Kind::Photo && !item.to.isEmpty()
+               ? PathName::lastComponent(item.to)
+               : item.from;
 }
 
 QString itemLine(const ExportItem& item)

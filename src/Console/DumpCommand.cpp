@@ -2,6 +2,7 @@
 #include "Console/Commands.h"
 #include "Console/DeviceChooser.h"
 #include "Console/LibraryJson.h"
+#include "Console/PreviewFiles.h"
 #include "Console/Terminal.h"
 
 int Commands::dump(const CommandLine& line)
@@ -17,5 +18,12 @@ int Commands::dump(const CommandLine& line)
         }
     }
     LibraryJson::write(*device, [](const QByteArray& piece) { Terminal::print(piece); });
+    if (!line.previews.isNull()) {
+        const QString problem = PreviewFiles::write(*device, line.previews);
+        if (!problem.isEmpty()) {
+            Terminal::say(problem);
+            return ExitCode::SomeNotCopied;
+        }
+    }
     return ExitCode::Done;
 }

@@ -6,6 +6,8 @@
 #include "Console/Interrupt.h"
 #include "Console/Terminal.h"
 #include "Device/BookDb.h"
+#include "Device/CameraRollDb.h"
+#include "Device/PhotoDb.h"
 #include "Device/TrackDb.h"
 #include "Device/VoiceMemoDb.h"
 #include "Export/Config.h"
@@ -61,19 +63,20 @@ public:
     {
         if (what.startsWith(Categories::PlaylistPrefix))
             return addPlaylists(what.sliced(Categories::PlaylistPrefix.size()));
-        if (what.startsWith(Categories::AlbumPrefix)) {
-            Terminal::say(tr("There is no photo album named %1.")
-                              .arg(what.sliced(Categories::AlbumPrefix.size())));
-            return false;
-        }
+        if (what.startsWith(Categories::AlbumPrefix))
+            return addAlbums(what.sliced(Categories::AlbumPrefix.size()));
         if (what == u"playlists")
-            _parts.push_back({{}, _library ? _library->playlists() : std::vector<Playlist*>()});
+            _parts.push_back({{}, _library ? _library->playlists() : std::vector<Playlist*>(), {}});
         else if (what == u"media")
             addMedia();
         else if (what == u"all")
             addAll();
         else if (what == Categories::VoiceMemos)
             addVoiceMemos();
+        else if (what == u"photos" && _device.photoDb())
+            _parts.push_back({{}, {}, _device.photoDb()->photos()});
+        else if (what == u"cameraRoll" && _device.cameraRollDb())
+            _parts.push_back({{}, {}, _device.cameraRollDb()->photos()});
         else
             addCategory(what);
         return true;
@@ -86,14 +89,16 @@ public:
                 return;
             job.exportTracks(part.tracks);
             job.exportPlaylists(part.playlists);
+            job.exportPhotos(part.photos);
         }
     }
 
 private:
-    /// One job: tracks, or playlists.
+    /// One job: tracks, playlists or photos.
     struct Part {
         std::vector<Track*> tracks;
         std::vector<Playlist*> playlists;
+        std::vector<Photo*> photos;
     };
 
     bool addPlaylists(const QString& name)
@@ -114,7 +119,7 @@ private:
     void addMedia()
     {
         if (_library)
-            _parts.push_back({_library->tracks(), {}});
+            _parts.push_back({_library->tracks(), {}, {}});
     }
 
     void addAll()
@@ -122,17 +127,41 @@ private:
         addMedia();
         // Where the books are the library's own, they are among the media.
         if (BookDb* catalogue = BookDb::filledCatalogue(_device))
-            _parts.push_back({catalogue->bookList(), {}});
+            _parts.push_back({catalogue->bookList(), {}, {}});
         if (_device.voiceMemoDb())
             addVoiceMemos();
+        addAllPhotos();
     }
 
     void addVoiceMemos()
     {
         if (VoiceMemoDb* recordings = _device.voiceMemoDb())
-            _parts.push_back({recordings->memos(), {}});
+            _parts.push_back({recordings->memos(), {}, {}});
         else
             sayThereAreNone(Categories::VoiceMemos);
+    }
+
+    void addAllPhotos()
+    {
+        if (CameraRollDb* roll = _device.cameraRollDb())
+            _parts.push_back({{}, {}, roll->photos()});
+        if (PhotoDb* library = _device.photoDb())
+            _parts.push_back({{}, {}, library->photos()});
+    }
+
+    bool addAlbums(const QString& name)
+    {
+        PhotoDb* library = _device.photoDb();
+        bool found = false;
+        for (const Album* album : library ? library->albums() : std::vector<Album*>()) {
+            if (album->name == name) {
+                _parts.push_back({{}, {}, album->photos});
+                found = true;
+            }
+        }
+        if (!found)
+            Terminal::say(tr("There is no photo album named %1.").arg(name));
+        return found;
     }
 
     void addCategory(const QString& name)
@@ -141,7 +170,7 @@ private:
             if (media.name == name) {
                 if (_library)
                     _parts.push_back(
-                        {_library->category(media.category).tracks(CategoryIndex::AllKey), {}});
+                        {_library->category(media.category).tracks(CategoryIndex::AllKey), {}, {}});
                 return;
             }
         }
@@ -227,6 +256,7 @@ int Commands::exportMedia(const CommandLine& line)
         if (!selection.add(what))
             return ExitCode::WrongUsage;
     }
+    device->stopPreviews(); // nobody looks at them here
 
     Config config = settings(line);
     ExportJob job(device, config, host, report, Interrupt::requested());

@@ -1,6 +1,7 @@
 #include "Console/LibraryJson.h"
 
 #include "Console/Categories.h"
+#include "Console/PhotoJson.h"
 #include "Device/BookDb.h"
 #include "Device/TrackDb.h"
 #include "Device/VoiceMemoDb.h"
@@ -227,7 +228,11 @@ void LibraryJson::write(Device& device, const Sink& sink)
     sink(",\n\"voiceMemoDb\":");
     VoiceMemoDb* recordings = device.voiceMemoDb();
     writeItems(sink, "memos", recordings ? &recordings->memos() : nullptr);
-    sink(",\n\"photoDb\":null,\n\"cameraRollDb\":null}\n");
+    sink(",\n\"photoDb\":");
+    PhotoJson::writePhotoDb(device, sink);
+    sink(",\n\"cameraRollDb\":");
+    PhotoJson::writeCameraRollDb(device, sink);
+    sink("}\n");
 }
 
 QByteArray LibraryJson::devices(const Device::Devices& devices)

@@ -2,6 +2,7 @@
 #include "Console/Categories.h"
 #include "Console/Commands.h"
 #include "Console/DeviceChooser.h"
+#include "Console/PhotoListing.h"
 #include "Console/Terminal.h"
 #include "Device/TrackDb.h"
 #include "Device/VoiceMemoDb.h"
@@ -98,17 +99,23 @@ int Commands::list(const CommandLine& line)
     const std::shared_ptr<Device> device = DeviceChooser::choose(line.device);
     if (!device)
         return ExitCode::NoDevice;
+    if (!line.category.isNull() && PhotoListing::print(*device, line.category))
+        return ExitCode::Done;
     TrackDb* library = device->trackDb();
     if (library)
         (void)library->tracks(); // before any category is asked for
     VoiceMemoDb* recordings = device->voiceMemoDb();
-    if (line.category == Categories::VoiceMemos)
+    const auto photos = PhotoListing::counts(*device);
+    if (line.category == Categories::VoiceMemos) {
         printVoiceMemos(recordings);
-    else if (line.category.isNull() && (library || recordings))
+    } else if (line.category.isNull() && (library || recordings || !photos.empty())) {
         printCounts(library, recordings);
-    else if (!library)
+        for (const auto& [name, count] : photos)
+            printCount(name, count);
+    } else if (!library) {
         Terminal::say(tr("The device holds no media library."));
-    else
+    } else {
         printLibraryCategory(*library, line.category);
+    }
     return ExitCode::Done;
 }

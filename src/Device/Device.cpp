@@ -1,6 +1,7 @@
 #include "Device/Device.h"
 
 #include "Device/BookDb.h"
+#include "Device/CameraRollDb.h"
 #include "Device/DeviceDelegate.h"
 #include "Device/PhotoDb.h"
 #include "Device/TrackDb.h"
@@ -154,4 +155,42 @@ BookDb* Device::bookDb()
     if (!_bookDb)
         _bookDb = BookDb::create(*this);
     return _bookDb.get();
+}
+
+CameraRollDb* Device::cameraRollDb()
+{
+    return nullptr;
+}
+
+CameraRollDb* Device::createdCameraRollDb()
+{
+    if (!_cameraRollDb)
+        _cameraRollDb = CameraRollDb::create(*this);
+    return _cameraRollDb.get();
+}
+
+void Device::stopPreviews()
+{
+    if (_photoDb)
+        _photoDb->stopPreviews();
+    if (_cameraRollDb)
+        _cameraRollDb->stopPreviews();
+}
+
+void Device::endPreviews()
+{
+    stopPreviews();
+    if (_photoDb)
+        _photoDb->waitForPreviews();
+    if (_cameraRollDb)
+        _cameraRollDb->waitForPreviews();
+}
+
+void Device::releaseReaders()
+{
+    _cameraRollDb.reset();
+    _photoDb.reset();
+    _bookDb.reset();
+    _voiceMemoDb.reset();
+    _trackDb.reset();
 }

@@ -11,6 +11,7 @@
 #include <optional>
 
 class BookDb;
+class CameraRollDb;
 class DeviceDelegate;
 class PhotoDb;
 class TrackDb;
@@ -86,8 +87,22 @@ public:
     virtual PhotoDb* photoDb();
     virtual VoiceMemoDb* voiceMemoDb();
     virtual BookDb* bookDb();
+    /// Only phones have a camera roll.
+    virtual CameraRollDb* cameraRollDb();
+
+    /// Asks the threads that make previews to end, without waiting: for a device that is leaving
+    /// while somebody still holds it.
+    void stopPreviews();
+    /// The same, and waits. A family does it for its devices in `uninit`.
+    void endPreviews();
 
 protected:
+    /// Ends the readers with their threads. A family calls it first thing in its destructor:
+    /// afterwards its file operations, which those threads use, are gone.
+    void releaseReaders();
+    /// For the families that have a camera roll: made on first use.
+    CameraRollDb* createdCameraRollDb();
+
     QString _prefix;
     QString _controlPath;
     QString _bookPath;
@@ -97,4 +112,5 @@ private:
     std::unique_ptr<PhotoDb> _photoDb;
     std::unique_ptr<VoiceMemoDb> _voiceMemoDb;
     std::unique_ptr<BookDb> _bookDb;
+    std::unique_ptr<CameraRollDb> _cameraRollDb;
 };

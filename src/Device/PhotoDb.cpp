@@ -1,10 +1,30 @@
 #include "Device/PhotoDb.h"
 
 #include "Base/Exception.h"
+#include "Device/itdb/itdbPhotoDb.h"
+#include "Device/sql/sql5PhotoDb.h"
 
-std::unique_ptr<PhotoDb> PhotoDb::create(Device& /*device*/)
+std::unique_ptr<PhotoDb> PhotoDb::create(Device& device)
 {
-    return nullptr; // no format is read yet
+    // The first that finds its file wins; a new format is one new line here.
+    for (const auto probe : {itdbPhotoDb::initWithDevice, sql5PhotoDb::initWithDevice}) {
+        if (auto reader = probe(device))
+            return reader;
+    }
+    return nullptr;
+}
+
+const std::unordered_set<std::int32_t>& PhotoDb::smallCorrelations()
+{
+    static const std::unordered_set<std::int32_t> kinds = {1023, 1024, 1064, 3009, 3141, 4040};
+    return kinds;
+}
+
+const std::unordered_set<std::int32_t>& PhotoDb::largeCorrelations()
+{
+    static const std::unordered_set<std::int32_t> kinds = {1019, 1067, 1081, 3008,
+                                                           4005, 4006, 4035};
+    return kinds;
 }
 
 PhotoDb::PhotoDb(Device& device)
@@ -24,6 +44,24 @@ const std::vector<Album*>& PhotoDb::albums()
 {
     load();
     return _albums;
+}
+
+PreviewPass& PhotoDb::previews()
+{
+    load();
+    return *_previews;
+}
+
+void PhotoDb::stopPreviews()
+{
+    if (_previews)
+        _previews->stop();
+}
+
+void PhotoDb::waitForPreviews()
+{
+    if (_previews)
+        _previews->wait();
 }
 
 Photo& PhotoDb::newPhoto()
@@ -50,4 +88,5 @@ void PhotoDb::load()
     } catch (const Exception&) {
         // Damaged data ends the reading; what was listed until then stays.
     }
+    _previews = std::make_unique<PreviewPass>(_photos, previewStep());
 }

@@ -37,22 +37,6 @@ ExportItem itemFor(const Track& track)
     return item;
 }
 
-/// Whether `path` is no item's own file: a row without a location leads to the root of the
-/// device or to one of the library's folders.
-bool namesNoFile(Device& device, const QString& path)
-{
-    if (path.isEmpty())
-        return true;
-    const QString clean = QDir::cleanPath(path);
-    for (const QString& folder : {device.prefix(), device.controlPath(), device.bookPath()}) {
-        if (!folder.isNull() &&
-            (QDir::cleanPath(folder) == clean || PathName::isInside(folder, clean)))
-            return true;
-    }
-    // A folder that is an item, such as an unpacked book, has the extension of its kind.
-    return PathName::extension(clean).isEmpty() && device.isDirectory(path);
-}
-
 /// `folder`, or the nearest folder above it that exists, without links.
 QString existingPart(QString folder)
 {
@@ -102,25 +86,27 @@ void ExportJob::run(const std::vector<Entry>& entries)
     if (!toiTunes || entries.empty())
         return;
     _toiTunes = *toiTunes;
-    _host.showBegin(int(entries.size()));
-    const bool canceled = !exportAll(entries);
-    _host.showFinish(canceled, true);
+    exportEach(
+        entries.size(), [&](std::size_t i) { return itemFor(*entries[i].track); },
+        [&](std::size_t i) { return exportOne(entries[i], int(i)); });
 }
 
-bool ExportJob::exportAll(const std::vector<Entry>& entries)
+void ExportJob::exportEach(std::size_t count, const std::function<ExportItem(std::size_t)>& itemAt,
+                           const std::function<Next(std::size_t)>& exportOne)
 {
+    _host.showBegin(int(count));
     bool canceled = false;
-    for (std::size_t i = 0; i < entries.size(); ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
         canceled = canceled || _toStop;
         if (canceled) {
-            ExportItem item = itemFor(*entries[i].track);
+            ExportItem item = itemAt(i);
             settle(item, Result::Stopped, words("The export was stopped before this item"));
             _report.add(std::move(item)); // not worth a line for each of thousands
         } else {
-            canceled = exportOne(entries[i], int(i)) == Next::Cancel;
+            canceled = exportOne(i) == Next::Cancel;
         }
     }
-    return !canceled;
+    _host.showFinish(canceled, true);
 }
 
 ExportJob::Next ExportJob::exportOne(const Entry& entry, int index)
@@ -128,32 +114,10 @@ ExportJob::Next ExportJob::exportOne(const Entry& entry, int index)
     const Track& track = *entry.track;
     ExportItem item = itemFor(track);
     _host.showProgress(QStringLiteral("Export %1...").arg(track.title), index);
-
-    QString problem = destinationProblem(entry);
-    ExportPath destination;
-    if (problem.isEmpty()) {
-        destination = ExportPath::trackPath(track, entry.playlist, _config);
-        problem = destination.refusal;
-    }
-    if (!problem.isEmpty()) {
-        settle(item, Result::Failed, problem);
-        report(std::move(item));
-        return Next::GoOn;
-    }
-
-    const std::optional<QString> path = ClashRule::checkPath(destination.path, _config, _host);
-    item.to = path.value_or(destination.path);
-    if (!path) {
-        settle(item, Result::Stopped, words("The export was given up at this item"));
-    } else if (path->isEmpty()) {
-        item.to = destination.path;
-        settle(item, Result::Skipped, words("A file of this name is there already"));
-    } else {
-        copy(item, index);
-        if (item.result == Result::Failed && !destination.folderError.isEmpty())
-            item.why = destination.folderError;
-    }
-    const Next next = item.result == Result::Stopped ? Next::Cancel : Next::GoOn;
+    write(item, {ExportPath::folderOf(track, entry.playlist),
+                 [&] { return ExportPath::trackPath(track, entry.playlist, _config); },
+                 [&](ExportItem& it) { copy(it, index); }});
+    const Next next = after(item);
     const bool handOver =
         _toiTunes && (item.result == Result::Copied || item.result == Result::Incomplete);
     const QString to = item.to;
@@ -163,9 +127,40 @@ ExportJob::Next ExportJob::exportOne(const Entry& entry, int index)
     return next;
 }
 
+void ExportJob::write(ExportItem& item, const Way& way)
+{
+    QString problem = destinationProblem(way.folder);
+    ExportPath destination;
+    if (problem.isEmpty()) {
+        destination = way.path();
+        problem = destination.refusal;
+    }
+    if (!problem.isEmpty()) {
+        settle(item, Result::Failed, problem);
+        return;
+    }
+    const std::optional<QString> path = ClashRule::checkPath(destination.path, _config, _host);
+    item.to = path.value_or(destination.path);
+    if (!path) {
+        settle(item, Result::Stopped, words("The export was given up at this item"));
+    } else if (path->isEmpty()) {
+        item.to = destination.path;
+        settle(item, Result::Skipped, words("A file of this name is there already"));
+    } else {
+        way.write(item);
+        if (item.result == Result::Failed && !destination.folderError.isEmpty())
+            item.why = destination.folderError;
+    }
+}
+
+ExportJob::Next ExportJob::after(const ExportItem& item)
+{
+    return item.result == Result::Stopped ? Next::Cancel : Next::GoOn;
+}
+
 void ExportJob::copy(ExportItem& item, int index)
 {
-    if (namesNoFile(*_device, item.from)) {
+    if (namesNoFile(item.from)) {
         settle(item, Result::Missing, words("The library names no file for this item"));
         return;
     }
@@ -219,14 +214,27 @@ void ExportJob::pack(ExportItem& item)
         settle(item, Result::Failed, file.errorString());
 }
 
-QString ExportJob::destinationProblem(const Entry& entry) const
+bool ExportJob::namesNoFile(const QString& path) const
+{
+    if (path.isEmpty())
+        return true;
+    const QString clean = QDir::cleanPath(path);
+    for (const QString& folder : {_device->prefix(), _device->controlPath(), _device->bookPath()}) {
+        if (!folder.isNull() &&
+            (QDir::cleanPath(folder) == clean || PathName::isInside(folder, clean)))
+            return true;
+    }
+    // A folder that is an item, such as an unpacked book, has the extension of its kind.
+    return PathName::extension(clean).isEmpty() && _device->isDirectory(path);
+}
+
+QString ExportJob::destinationProblem(Config::Folder category) const
 {
     const QString root = _device->localRoot();
     if (root.isNull())
         return {};
     const QString device = QFileInfo(root).canonicalFilePath();
-    const QString folder =
-        existingPart(_config.folderPath(ExportPath::folderOf(*entry.track, entry.playlist)));
+    const QString folder = existingPart(_config.folderPath(category));
     if (device.isEmpty() || (folder != device && !PathName::isInside(folder, device)))
         return {};
     return words("The destination folder is on the device itself, and nothing is written there");

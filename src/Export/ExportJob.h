@@ -1,19 +1,22 @@
 #pragma once
 
+#include "Export/Config.h"
+#include "Export/ExportPath.h"
 #include "Export/ExportReport.h"
 
 #include <QString>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
 
-class Config;
 class CopiedSize;
 class Device;
 class ExportHost;
 struct CopyResult;
+struct Photo;
 struct Playlist;
 struct Track;
 
@@ -33,6 +36,9 @@ public:
     void exportTracks(const std::vector<Track*>& tracks);
     /// The tracks of all playlists, each into the folder of its playlist.
     void exportPlaylists(const std::vector<Playlist*>& playlists);
+    /// The full-size file of each photo, or else its large rendition as a JPEG file. Photos of
+    /// the device's `photoDb` and of its `cameraRollDb`, in any mixture.
+    void exportPhotos(const std::vector<Photo*>& photos);
 
 private:
     /// A track, and the playlist that it is exported as part of.
@@ -41,16 +47,35 @@ private:
         const Playlist* playlist = nullptr;
     };
     enum class Next { GoOn, Cancel };
+    /// How one item goes: where to, and what writes it there.
+    struct Way {
+        Config::Folder folder = Config::Folder::Music;
+        std::function<ExportPath()> path;
+        std::function<void(ExportItem& item)> write;
+    };
 
     void run(const std::vector<Entry>& entries);
-    bool exportAll(const std::vector<Entry>& entries);
+    /// Goes through the items until one of them cancels; those that follow are reported as
+    /// stopped. Tells the host how it began and ended.
+    void exportEach(std::size_t count, const std::function<ExportItem(std::size_t)>& itemAt,
+                    const std::function<Next(std::size_t)>& exportOne);
     Next exportOne(const Entry& entry, int index);
+    Next exportPhoto(const Photo& photo, int index);
+    /// Finds the item's destination and, where nothing speaks against it, writes it there.
+    void write(ExportItem& item, const Way& way);
+    static Next after(const ExportItem& item);
     /// Copies to a path that was chosen, and fills in what became of it.
     void copy(ExportItem& item, int index);
     void judge(ExportItem& item, const CopyResult& copied, const CopiedSize& size);
     void pack(ExportItem& item);
-    [[nodiscard]] QString destinationProblem(const Entry& entry) const;
+    [[nodiscard]] bool hasFullSizeFile(const Photo& photo) const;
+    /// Writes the last of a photo's large renditions that can be decoded.
+    void writeRendition(const Photo& photo, ExportItem& item);
+    [[nodiscard]] QString destinationProblem(Config::Folder folder) const;
     void report(ExportItem item);
+    /// Whether `path` is no item's own file: a row without a location leads to the root of the
+    /// device or to one of the library's folders.
+    [[nodiscard]] bool namesNoFile(const QString& path) const;
 
     std::shared_ptr<Device> _device;
     Config& _config;

@@ -2,6 +2,8 @@
 
 #include "Base/PathName.h"
 #include "Base/Utility.h"
+#include "Device/Album.h"
+#include "Device/Photo.h"
 #include "Device/Playlist.h"
 #include "Device/Track.h"
 
@@ -57,8 +59,14 @@ ExportPath ExportPath::trackPath(const Track& track, const Playlist* playlist, c
 {
     const QString category = config.existingFolder(folderOf(track, playlist));
     const QString fileName = track.title + u'.' + PathName::extension(track.path);
+    return below(category,
+                 PathName::join(PathName::join(category, subfolder(track, playlist)), fileName));
+}
+
+ExportPath ExportPath::below(const QString& category, const QString& path)
+{
     ExportPath result;
-    result.path = PathName::join(PathName::join(category, subfolder(track, playlist)), fileName);
+    result.path = path;
     if (!PathName::isInside(result.path, category)) {
         result.refusal = QCoreApplication::translate(
             "ExportPath", "The name leads out of the destination folder");
@@ -69,4 +77,23 @@ ExportPath ExportPath::trackPath(const Track& track, const Playlist* playlist, c
         result.path = QDir::cleanPath(result.path);
     result.folderError = Utility::createFolder(PathName::parent(result.path));
     return result;
+}
+
+Config::Folder ExportPath::folderOf(const Photo& photo)
+{
+    return photo.photoId == 0 ? Config::Folder::CameraRoll : Config::Folder::Photos;
+}
+
+ExportPath ExportPath::photoPath(const Photo& photo, const Config& config)
+{
+    const QString category = config.existingFolder(folderOf(photo));
+    if (photo.photoId == 0)
+        return below(category,
+                     PathName::join(category, PathName::lastComponent(photo.fullSizeFile)));
+    const QString extension = photo.fullSizeFile.isEmpty()
+                                  ? QStringLiteral("jpg")
+                                  : PathName::extension(photo.fullSizeFile);
+    const QString album = photo.album ? photo.album->name : QString();
+    return below(category, PathName::join(PathName::join(category, album),
+                                          QString::number(photo.photoId) + u'.' + extension));
 }

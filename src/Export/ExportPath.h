@@ -4,6 +4,7 @@
 
 #include <QString>
 
+struct Photo;
 struct Playlist;
 struct Track;
 
@@ -27,4 +28,16 @@ public:
     /// else category folder / artist / album / title. A path that would lead out of the category
     /// folder is refused, and nothing is made.
     static ExportPath trackPath(const Track& track, const Playlist* playlist, const Config& config);
+
+    /// The full path for a photo's file. A photo of the camera roll keeps the device's file name,
+    /// in the camera roll folder; any other is named by its number, in the photos folder / album,
+    /// which is made. A photo in no album goes directly into the photos folder. A path that would
+    /// lead out of these folders, or names no file, is refused.
+    static ExportPath photoPath(const Photo& photo, const Config& config);
+    /// The setting that a photo's folder comes from.
+    static Config::Folder folderOf(const Photo& photo);
+
+private:
+    /// Refuses what leads out of `category`, and makes the folder of all else.
+    static ExportPath below(const QString& category, const QString& path);
 };

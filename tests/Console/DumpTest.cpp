@@ -1,7 +1,10 @@
 #include "support/ConsoleRun.h"
 #include "support/ITunesDbWriter.h"
 #include "support/LargeLibrary.h"
+#include "support/SamplePhotos.h"
 #include "support/SamplePlayer.h"
+
+#include <QImage>
 
 #include <gtest/gtest.h>
 
@@ -172,11 +175,68 @@ TEST_F(DumpCommand, HasNoLibraryForADeviceWithoutOne)
     EXPECT_TRUE(dump()["trackDb"].isNull());
 }
 
-TEST_F(DumpCommand, MakesTheFolderForPreviews)
+TEST_F(DumpCommand, HasThePhotosAndAlbums)
 {
-    EXPECT_EQ(SamplePlayer::write(_folder.filePath("player")), "");
-    const ConsoleRun run({"dump", "--device", _folder.filePath("player"), "--previews",
-                          _folder.filePath("previews")});
+    ASSERT_TRUE(QDir(_folder.path()).mkdir("iPod_Control"));
+    ASSERT_EQ(SamplePhotos::write(_folder.path()), "");
+    const QJsonObject db = dump()["photoDb"].toObject();
+    EXPECT_EQ(db["format"].toString(), "Photo Database");
+    EXPECT_EQ(db["smallCorrelationId"].toInt(), 1023);
+    EXPECT_EQ(db["largeCorrelationId"].toInt(), 1019);
+    const QJsonArray photos = db["photos"].toArray();
+    ASSERT_EQ(photos.size(), SamplePhotos::PhotoCount);
+    const QJsonObject first = photos[0].toObject();
+    EXPECT_EQ(first["photoId"].toInt(), 1001);
+    EXPECT_EQ(first["album"].toInt(-1), 0);
+    EXPECT_TRUE(first["title"].isNull());
+    EXPECT_EQ(first["thumbnailIndex"].toInt(-1), 0);
+    EXPECT_EQ(first["fullSizeFile"].toString(),
+              _folder.path() + "/Photos/Full Resolution/2009/07/IMG_0.jpg");
+    EXPECT_TRUE(photos[1].toObject()["fullSizeFile"].isNull());
+    EXPECT_TRUE(photos[11].toObject()["album"].isNull());
+    const QJsonObject rendition = first["thumbnails"].toArray()[1].toObject();
+    EXPECT_EQ(
+        rendition.keys(),
+        QStringList({"correlationId", "filename", "height", "horizontalPadding", "imageHeight",
+                     "imageSize", "imageWidth", "thumbnailOffset", "verticalPadding", "width"}));
+    EXPECT_EQ(rendition["correlationId"].toInt(), 3141);
+    EXPECT_EQ(rendition["imageSize"].toInt(), 48000);
+    const QJsonArray albums = db["albums"].toArray();
+    ASSERT_EQ(albums.size(), 4);
+    EXPECT_EQ(albums[2].toObject()["photos"].toArray(), numbers({6, 7, 8, 9}));
+    EXPECT_EQ(albums[3].toObject()["name"].toString(), "Still Empty");
+    EXPECT_EQ(albums[3].toObject()["albumId"].toInt(-1), 0);
+}
+
+TEST_F(DumpCommand, WritesPreviewsAndRenditions)
+{
+    ASSERT_TRUE(QDir(_folder.path()).mkdir("iPod_Control"));
+    ASSERT_EQ(SamplePhotos::write(_folder.path()), "");
+    // The previews of all but the first three photos are lost.
+    QFile small(_folder.filePath("Photos/Thumbs/F1023_1.ithmb"));
+    ASSERT_TRUE(small.resize(3 * 46464));
+    const QString previews = _folder.filePath("previews");
+    const ConsoleRun run({"dump", "--device", _folder.path(), "--previews", previews});
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_TRUE(QDir(_folder.filePath("previews")).exists());
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(QDir(previews + "/photos").entryList(QDir::Files),
+              QStringList({"0.png", "1.png", "2.png"}));
+    EXPECT_EQ(QImage(previews + "/photos/2.png").size(), QSize(176, 132));
+    EXPECT_EQ(QDir(previews + "/thumbnails").entryList(QDir::Files).size(),
+              SamplePhotos::PhotoCount * 3 + 3);
+    EXPECT_EQ(QImage(previews + "/thumbnails/11-0.png").size(), QSize(720, 480));
+    EXPECT_FALSE(QFileInfo::exists(previews + "/thumbnails/11-3.png"));
+}
+
+TEST_F(DumpCommand, WritesNoPreviewsOfAPhotoThatKeepsThePlaceholder)
+{
+    ASSERT_TRUE(QDir(_folder.path()).mkdir("iPod_Control"));
+    TestPhotoLibrary library;
+    library.photos = {{1, {}, {}}};
+    library.kinds = {1023};
+    Files::write(_folder.filePath("Photos/Photo Database"), PhotoDatabaseWriter::write(library));
+    const QString previews = _folder.filePath("previews");
+    const ConsoleRun run({"dump", "--device", _folder.path(), "--previews", previews});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(QDir(previews + "/photos").isEmpty());
 }

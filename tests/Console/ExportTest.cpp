@@ -1,9 +1,11 @@
 #include "support/ConsoleRun.h"
 #include "support/PrivateMounts.h"
+#include "support/SamplePhotos.h"
 #include "support/SamplePlayer.h"
 
 #include <QDateTime>
 #include <QDirIterator>
+#include <QImage>
 #include <QSettings>
 
 #include <gtest/gtest.h>
@@ -35,7 +37,10 @@ protected:
             if (item["result"].toString() != "copied")
                 continue;
             const QByteArray content = Files::read(item["to"].toString());
-            EXPECT_EQ(content, Files::read(item["from"].toString()));
+            if (item["from"].toString().endsWith(u".ithmb"))
+                EXPECT_EQ(QImage::fromData(content, "jpeg").size(), QSize(720, 480));
+            else
+                EXPECT_EQ(content, Files::read(item["from"].toString()));
             EXPECT_EQ(item["bytes"].toInteger(), content.size());
         }
     }
@@ -62,8 +67,8 @@ TEST_F(ExportCommand, CopiesEverythingByteForByte)
     EXPECT_EQ(run.exitCode, 0) << run.errors.toStdString();
     EXPECT_TRUE(run.output.isEmpty());
     const std::size_t tracks = SamplePlayer::library().tracks.size();
-    ASSERT_EQ(report().size(), tracks);
-    EXPECT_EQ(count(report(), "copied"), int(tracks));
+    ASSERT_EQ(report().size(), tracks + SamplePhotos::PhotoCount);
+    EXPECT_EQ(count(report(), "copied"), int(tracks) + SamplePhotos::PhotoCount);
     checkCopies();
     EXPECT_TRUE(QFileInfo(path("out/TV Shows/Station Nine/Station Nine, Season 1/Episode 10.mov"))
                     .isFile());
@@ -95,6 +100,27 @@ TEST_F(ExportCommand, CopiesAllPlaylists)
     EXPECT_EQ(exported({"playlists"}).exitCode, 0);
     EXPECT_EQ(report().size(), 20U + 15U + 11U + 6U + 3U);
     checkCopies();
+}
+
+TEST_F(ExportCommand, CopiesPhotosAndAlbums)
+{
+    EXPECT_EQ(exported({"photos"}).exitCode, 0);
+    ASSERT_EQ(report().size(), std::size_t(SamplePhotos::PhotoCount));
+    EXPECT_EQ(report()[0]["kind"].toString(), "photo");
+    EXPECT_TRUE(QFileInfo(path("out/Photos/Coast Walk/1002.jpg")).isFile());
+    EXPECT_TRUE(QFileInfo(path("out/Photos/1012.jpg")).isFile()); // in no album
+    checkCopies();
+    const ConsoleRun album = exported({"album=Coast Walk", "album=Still Empty", "--clash", "skip"});
+    EXPECT_EQ(album.exitCode, 0);
+    EXPECT_EQ(count(report(), "skipped"), 5);
+    EXPECT_TRUE(album.errors.contains("skipped: 1002.jpg"));
+}
+
+TEST_F(ExportCommand, SaysSoWhereThereIsNoCameraRoll)
+{
+    const ConsoleRun run = exported({"cameraRoll"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(run.errors.contains("cameraRoll"));
 }
 
 TEST_F(ExportCommand, SaysWhichPlaylistOrAlbumIsNotThere)

@@ -1,4 +1,5 @@
 #include "support/ConsoleRun.h"
+#include "support/SamplePhotos.h"
 #include "support/SamplePlayer.h"
 
 #include <gtest/gtest.h>
@@ -28,7 +29,7 @@ TEST_F(ListCommand, CountsEachCategory)
     EXPECT_EQ(run.errors, "");
     EXPECT_EQ(run.text().simplified(),
               "music 169 movies 6 tvShows 10 podcasts 25 audiobooks 16 ringtones 8 books 5 "
-              "playlists 6");
+              "playlists 6 photos 12");
 }
 
 TEST_F(ListCommand, ShowsTheItemsOfACategory)
@@ -46,9 +47,17 @@ TEST_F(ListCommand, ShowsPlaylistsWithTheirCounts)
     EXPECT_TRUE(text.contains("Still Empty 0"));
 }
 
+TEST_F(ListCommand, ShowsPhotosWithTheirAlbums)
+{
+    const QString text = list({"photos"}).text();
+    EXPECT_EQ(text.count('\n'), 13);
+    EXPECT_TRUE(text.simplified().contains("1002 Coast Walk 1003 Coast Walk"));
+    EXPECT_TRUE(text.contains("Photos/Full Resolution/2009/07/IMG_3.jpg"));
+}
+
 TEST_F(ListCommand, SaysSoWhereADeviceHasNoSuchThing)
 {
-    for (const char* category : {"voiceMemos", "cameraRoll", "photos"}) {
+    for (const char* category : {"voiceMemos", "cameraRoll"}) {
         const ConsoleRun run = list({QString::fromLatin1(category)});
         EXPECT_EQ(run.exitCode, 0);
         EXPECT_TRUE(run.output.isEmpty());
@@ -73,4 +82,13 @@ TEST(ListWithoutLibrary, SaysSo)
     const ConsoleRun run({"list", "--device", folder.path()});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_FALSE(run.errors.isEmpty());
+}
+
+TEST(ListWithoutLibrary, StillShowsPhotos)
+{
+    const QTemporaryDir folder;
+    ASSERT_TRUE(QDir(folder.path()).mkdir("iPod_Control"));
+    ASSERT_EQ(SamplePhotos::write(folder.path()), "");
+    EXPECT_EQ(ConsoleRun({"list", "--device", folder.path()}).text().simplified(), "photos 12");
+    EXPECT_EQ(ConsoleRun({"list", "--device", folder.path(), "photos"}).errors, "");
 }

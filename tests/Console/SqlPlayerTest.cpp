@@ -83,7 +83,7 @@ TEST_P(SqlPlayer, IsListed)
 {
     EXPECT_EQ(run("list").text().simplified(),
               "music 169 movies 6 tvShows 10 podcasts 25 audiobooks 16 ringtones 8 books 5 "
-              "playlists 5 voiceMemos 4");
+              "playlists 5 voiceMemos 4 photos 12");
     EXPECT_EQ(run("list", {"voiceMemos"}).text().count('\n'), 1 + SamplePlayer::VoiceMemoCount);
     EXPECT_EQ(run("list", {"books"}).text().count('\n'), 1 + 5);
 }
@@ -94,13 +94,19 @@ TEST_P(SqlPlayer, IsExportedByteForByte)
                                                "--report", path("report"), "--quiet"});
     EXPECT_EQ(exported.exitCode, 0) << exported.errors.toStdString();
     const std::vector<QJsonObject> report = readReport(path("report"));
-    ASSERT_EQ(report.size(),
-              SamplePlayer::library().tracks.size() + std::size_t(SamplePlayer::VoiceMemoCount));
+    std::size_t tracks = 0;
+    QString lastTrack;
     for (const QJsonObject& item : report) {
         EXPECT_EQ(item["result"].toString(), "copied");
-        EXPECT_EQ(Files::read(item["to"].toString()), Files::read(item["from"].toString()));
+        if (item["kind"].toString() != u"track")
+            continue; // a photo may be a rendition that was decoded
+        ++tracks;
+        lastTrack = item["to"].toString();
+        EXPECT_EQ(Files::read(lastTrack), Files::read(item["from"].toString()));
     }
-    EXPECT_TRUE(report.back()["to"].toString().startsWith(path("out/Voice Memos/")));
+    EXPECT_EQ(tracks,
+              SamplePlayer::library().tracks.size() + std::size_t(SamplePlayer::VoiceMemoCount));
+    EXPECT_TRUE(lastTrack.startsWith(path("out/Voice Memos/")));
 }
 
 TEST_P(SqlPlayer, LeavesNoCopyOfItsDatabases)

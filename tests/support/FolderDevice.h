@@ -19,22 +19,37 @@ public:
         _controlPath = QStringLiteral("/iTunes_Control");
         _bookPath = QStringLiteral("/Books");
     }
+    ~FolderDevice() override { releaseReaders(); }
 
     void useControlFolder(const QString& path) { _controlPath = path; }
 
     /// Files that are left out of copies, as if the connection had broken.
     QStringList lost;
+    /// Files are listed, and gone when they are asked for by themselves.
+    bool hideFiles = false;
 
-    using Device::read;
-    bool fileExists(const QString& path) override { return QFileInfo::exists(local(path)); }
+    QByteArray read(const QString& path) override
+    {
+        QFile file(local(path));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    QByteArray read(const QString& path, quint32 offset, quint32 length) override
+    {
+        return read(path).mid(offset, length);
+    }
+    CameraRollDb* cameraRollDb() override { return createdCameraRollDb(); }
+    bool fileExists(const QString& path) override
+    {
+        return QFileInfo::exists(local(path)) && (!hideFiles || isDirectory(path));
+    }
     bool isDirectory(const QString& path) override { return QFileInfo(local(path)).isDir(); }
     QStringList getFiles(const QString& folder) override
     {
-        return QDir(local(folder)).entryList(QDir::Files);
+        return QDir(local(folder)).entryList(QDir::Files | QDir::Hidden);
     }
     QStringList getDirs(const QString& folder) override
     {
-        return QDir(local(folder)).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+        return QDir(local(folder)).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
     }
     double getFileSize(const QString& path) override
     {

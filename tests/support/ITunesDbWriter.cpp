@@ -1,60 +1,10 @@
 #include "support/ITunesDbWriter.h"
 
-#include <QtEndian>
+#include "support/RecordWriter.h"
 
 namespace
 {
-/// A record under construction: a header of fixed length, then whatever it holds.
-class Record
-{
-public:
-    Record(const char* tag, qsizetype headerLength)
-        : _bytes(headerLength, '\0')
-    {
-        qToLittleEndian<quint32>(quint32(headerLength), at(4));
-        std::copy(tag, tag + 4, _bytes.data());
-    }
-
-    Record& u32(qsizetype offset, quint32 value)
-    {
-        qToLittleEndian(value, at(offset));
-        return *this;
-    }
-    Record& u8(qsizetype offset, quint8 value)
-    {
-        _bytes[offset] = char(value);
-        return *this;
-    }
-    Record& append(const QByteArray& bytes)
-    {
-        _bytes += bytes;
-        return *this;
-    }
-    Record& append(const std::vector<QByteArray>& records)
-    {
-        for (const QByteArray& record : records)
-            _bytes += record;
-        return *this;
-    }
-    /// Writes the total length into byte 8.
-    QByteArray closed() { return u32(8, quint32(_bytes.size())).open(); }
-    /// As it is: byte 8 is something else.
-    QByteArray open() { return _bytes; }
-
-private:
-    char* at(qsizetype offset) { return _bytes.data() + offset; }
-
-    QByteArray _bytes;
-};
-
 constexpr quint32 FirstObjectForTime = 100; // position and settings objects of lists
-
-QByteArray utf16(const QString& text)
-{
-    QByteArray bytes(text.size() * 2, Qt::Uninitialized);
-    qToLittleEndian<quint16>(text.utf16(), text.size(), bytes.data());
-    return bytes;
-}
 
 QByteArray listItem(quint32 trackId, quint32 position)
 {
@@ -196,7 +146,7 @@ QByteArray ITunesDbWriter::playlist(const std::vector<QByteArray>& objects,
 
 QByteArray ITunesDbWriter::stringObject(quint32 type, const QString& text)
 {
-    return stringObject(type, utf16(text));
+    return stringObject(type, utf16Bytes(text));
 }
 
 QByteArray ITunesDbWriter::stringObject(quint32 type, const QByteArray& text)

@@ -17,6 +17,7 @@ public:
 
     /// Gives the device a folder of books, as phones have one.
     void setBookPath(const QString& path) { _bookPath = path; }
+    ~MemoryDevice() override { releaseReaders(); }
 
     void put(const QString& path, const QByteArray& content) { _files[path] = content; }
 
@@ -33,6 +34,10 @@ public:
         if (!file.open(QIODevice::WriteOnly) || file.write(_files.value(from)) < 0)
             return {CopyResult::End::Failed, file.errorString()};
         return {};
+    }
+    QByteArray read(const QString& path, quint32 offset, quint32 length) override
+    {
+        return _files.value(path).mid(offset, length);
     }
 
 private:

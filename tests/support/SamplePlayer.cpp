@@ -4,6 +4,7 @@
 #include "Base/Utility.h"
 #include "support/BookCatalogue.h"
 #include "support/ITunesDbWriter.h"
+#include "support/SamplePhotos.h"
 #include "support/SoundFile.h"
 #include "support/SqliteLibraries.h"
 
@@ -258,7 +259,8 @@ TestLibrary SamplePlayer::library()
 
 QString SamplePlayer::write(const QString& folder, Format format)
 {
-    return write(folder, library(), format);
+    const QString problem = write(folder, library(), format);
+    return problem.isEmpty() ? SamplePhotos::write(folder) : problem;
 }
 
 QString SamplePlayer::writeLibrary(const QString& folder, const TestLibrary& library, Format format)

@@ -5,7 +5,7 @@
 #include <QString>
 
 /// A believable player: a few hundred tracks of all kinds with their media files, playlists, and
-/// names in many scripts. The same each time.
+/// names in many scripts, and a few albums of photos. The same each time.
 namespace SamplePlayer
 {
 /// How the player keeps its library. Those with SQLite libraries have voice memos, and a folder

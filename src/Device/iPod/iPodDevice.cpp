@@ -116,6 +116,8 @@ Device::Devices iPodDevice::init()
 void iPodDevice::uninit()
 {
     Workspace::shared().stopObservingVolumes();
+    for (const auto& [path, device] : devices) // the program may be about to end
+        device->endPreviews();
 }
 
 void iPodDevice::handleMountNotification(const QString& path)
@@ -135,6 +137,7 @@ void iPodDevice::handleUnmountNotification(const QString& path)
         return;
     const std::shared_ptr<Device> device = found->second;
     devices.erase(found);
+    device->stopPreviews(); // whoever still holds the device must not keep them going
     if (DeviceDelegate* listener = delegate())
         listener->deviceDisconnected(device);
 }
@@ -144,6 +147,11 @@ iPodDevice::iPodDevice(const QString& prefix)
     _prefix = prefix;
     const QString first = PathName::join(prefix, ControlFolders[0]);
     _controlPath = exists(first) ? first : PathName::join(prefix, ControlFolders[1]);
+}
+
+iPodDevice::~iPodDevice()
+{
+    releaseReaders();
 }
 
 QString iPodDevice::key() const

@@ -14,7 +14,7 @@ public:
     static Devices getDevices();
     /// Finds the devices present and follows mounts and unmounts from now on.
     static Devices init();
-    /// Follows no more; the devices found stay known.
+    /// Follows no more and makes no more previews; the devices found stay known.
     static void uninit();
 
     static void handleMountNotification(const QString& path);
@@ -22,6 +22,7 @@ public:
 
     /// A device whose files stand below `prefix`, which need not be a mount point.
     explicit iPodDevice(const QString& prefix);
+    ~iPodDevice() override;
 
     /// The mount path.
     [[nodiscard]] QString key() const override;
