@@ -223,6 +223,7 @@ int AFCConnection::fileRefWrite(quint64 handle, const QByteArray& bytes)
 
 int AFCConnection::fileRefSetFileSize(quint64 handle, quint64 size)
 {
-    return call(
-        [handle, size](afc_client_t client) { return int(afc_file_truncate(client, handle, size)); });
+    return call([handle, size](afc_client_t client) {
+        return int(afc_file_truncate(client, handle, size));
+    });
 }

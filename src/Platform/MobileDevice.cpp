@@ -4,7 +4,6 @@
 
 #include <libimobiledevice/libimobiledevice.h>
 #include <libimobiledevice/lockdown.h>
-
 #include <plist/plist.h>
 #include <usbmuxd.h>
 
@@ -102,8 +101,7 @@ int Handle::startSession()
 int Handle::startService(const QString& name, Service& service)
 {
     lockdownd_service_descriptor* descriptor = nullptr;
-    const int error =
-        lockdownd_start_service(_client, name.toUtf8().constData(), &descriptor);
+    const int error = lockdownd_start_service(_client, name.toUtf8().constData(), &descriptor);
     if (descriptor)
         service = Service(descriptor);
     return error;

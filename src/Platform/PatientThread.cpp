@@ -1,8 +1,7 @@
 #include "Platform/PatientThread.h"
 
-#include <csignal>
-
 #include <condition_variable>
+#include <csignal>
 #include <cstdint>
 #include <deque>
 #include <mutex>
@@ -11,6 +10,14 @@
 namespace
 {
 constexpr std::chrono::milliseconds Farewell(2000);
+
+void blockPipeSignal()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
 } // namespace
 
 /// Shared with the thread, which may outlive the object.
@@ -24,6 +31,14 @@ struct PatientThread::State {
     bool stuck = false;
     bool ended = false;
 };
+
+void PatientThread::detached(Job job)
+{
+    std::thread([job = std::move(job)] {
+        blockPipeSignal();
+        job();
+    }).detach();
+}
 
 PatientThread::PatientThread()
     : _state(std::make_shared<State>())
@@ -73,11 +88,7 @@ bool PatientThread::isStuck() const
 
 void PatientThread::work(const std::shared_ptr<State>& state)
 {
-    sigset_t signals;
-    sigemptyset(&signals);
-    sigaddset(&signals, SIGPIPE);
-    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-
+    blockPipeSignal();
     std::unique_lock lock(state->mutex);
     for (;;) {
         state->changed.wait(lock, [&] { return state->ending || !state->jobs.empty(); });

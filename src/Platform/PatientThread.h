@@ -15,6 +15,9 @@ class PatientThread
 public:
     using Job = std::function<void()>;
 
+    /// Runs `job` on a thread that nobody ever waits for.
+    static void detached(Job job);
+
     PatientThread();
     /// Waits a moment for what is running and for what was posted, then leaves the thread alone.
     ~PatientThread();

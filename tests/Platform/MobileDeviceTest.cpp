@@ -1,5 +1,6 @@
-#include "Platform/AFCConnection.h"
 #include "Platform/MobileDevice.h"
+
+#include "Platform/AFCConnection.h"
 #include "support/phone/PhoneFixture.h"
 
 #include <gtest/gtest.h>
@@ -205,13 +206,13 @@ protected:
     static Heard& heard()
     {
         static Heard& all = *new Heard;
-        static const int result = MobileDevice::subscribe([](MobileDevice::Message message,
-                                                             const auto& attachment) {
-            const std::lock_guard lock(all.mutex);
-            all.words.append(QString("%1 %2").arg(int(message)).arg(attachment.identifier));
-            all.numbers.push_back(attachment.deviceID);
-            all.changed.notify_all();
-        });
+        static const int result =
+            MobileDevice::subscribe([](MobileDevice::Message message, const auto& attachment) {
+                const std::lock_guard lock(all.mutex);
+                all.words.append(QString("%1 %2").arg(int(message)).arg(attachment.identifier));
+                all.numbers.push_back(attachment.deviceID);
+                all.changed.notify_all();
+            });
         EXPECT_EQ(result, 0);
         return all;
     }

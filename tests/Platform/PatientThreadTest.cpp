@@ -1,5 +1,6 @@
-#include "Platform/EventCourier.h"
 #include "Platform/PatientThread.h"
+
+#include "Platform/EventCourier.h"
 #include "support/EventLoop.h"
 
 #include <gtest/gtest.h>

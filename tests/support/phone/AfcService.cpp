@@ -139,8 +139,10 @@ QByteArray pair(const char* key, const QByteArray& value)
 
 const char* typeName(mode_t mode)
 {
-    return S_ISDIR(mode) ? "S_IFDIR" : S_ISLNK(mode) ? "S_IFLNK" : S_ISREG(mode) ? "S_IFREG"
-                                                                                : "S_IFIFO";
+    return S_ISDIR(mode)   ? "S_IFDIR"
+           : S_ISLNK(mode) ? "S_IFLNK"
+           : S_ISREG(mode) ? "S_IFREG"
+                           : "S_IFIFO";
 }
 
 QByteArray nanoseconds(const timespec& time)
@@ -284,7 +286,8 @@ bool AfcService::getFileInfo(const Request& request)
     if (lstat(path.constData(), &info) != 0)
         return sendErrno(request, false);
     const QByteArray claimed = _phone.faults().sizes.value(QString::fromUtf8(request.path()));
-    QByteArray data = pair("st_size", claimed.isNull() ? QByteArray::number(info.st_size) : claimed);
+    QByteArray data =
+        pair("st_size", claimed.isNull() ? QByteArray::number(info.st_size) : claimed);
     data += pair("st_blocks", QByteArray::number(info.st_blocks));
     data += pair("st_nlink", QByteArray::number(quint64(info.st_nlink)));
     data += pair("st_ifmt", typeName(info.st_mode));
@@ -342,8 +345,8 @@ bool AfcService::seekFile(const Request& request)
         return sendStatus(request, BadArgument);
     const int descriptor = file->second.descriptor;
     if (request.operation == FileTell)
-        return send(request, FileTellResult,
-                    littleEndian(quint64(lseek(descriptor, 0, SEEK_CUR))), {});
+        return send(request, FileTellResult, littleEndian(quint64(lseek(descriptor, 0, SEEK_CUR))),
+                    {});
     return sendErrno(request,
                      lseek(descriptor, off_t(request.value(2)), int(request.value(1))) >= 0);
 }
@@ -392,10 +395,9 @@ bool AfcService::send(const Request& request, quint64 operation, const QByteArra
                       const QByteArray& data)
 {
     const quint64 thisLength = quint64(HeaderSize + fixed.size());
-    const QByteArray head = QByteArray("CFA6LPAA") +
-                            littleEndian(thisLength + quint64(data.size())) +
-                            littleEndian(thisLength) + littleEndian(request.number) +
-                            littleEndian(operation) + fixed;
+    const QByteArray head =
+        QByteArray("CFA6LPAA") + littleEndian(thisLength + quint64(data.size())) +
+        littleEndian(thisLength) + littleEndian(request.number) + littleEndian(operation) + fixed;
     const qsizetype whole = head.size() + data.size();
     const qint64 allowed = _phone.takeBytes(whole);
     if (allowed == whole)

@@ -1,7 +1,6 @@
 #include "support/phone/PhoneStream.h"
 
 #include <openssl/ssl.h>
-
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -22,8 +21,7 @@ bool PhoneStream::read(void* bytes, std::size_t size)
 {
     auto* next = static_cast<char*>(bytes);
     while (size > 0) {
-        const ssize_t count =
-            _tls ? SSL_read(_tls, next, int(size)) : recv(_socket, next, size, 0);
+        const ssize_t count = _tls ? SSL_read(_tls, next, int(size)) : recv(_socket, next, size, 0);
         if (count <= 0) {
             if (!_tls && count < 0 && errno == EINTR)
                 continue;
@@ -46,8 +44,8 @@ bool PhoneStream::write(const QByteArray& bytes)
     const char* next = bytes.constData();
     auto left = std::size_t(bytes.size());
     while (left > 0) {
-        const ssize_t count = _tls ? SSL_write(_tls, next, int(left))
-                                   : send(_socket, next, left, MSG_NOSIGNAL);
+        const ssize_t count =
+            _tls ? SSL_write(_tls, next, int(left)) : send(_socket, next, left, MSG_NOSIGNAL);
         if (count <= 0) {
             if (!_tls && count < 0 && errno == EINTR)
                 continue;

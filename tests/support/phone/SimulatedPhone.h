@@ -21,9 +21,9 @@ struct PhoneFaults {
         quint64 status = 4;
     };
 
-    bool hasRecord = true;   ///< the computer keeps a record of the pairing
-    bool knowsHost = true;   ///< the phone still knows the computer
-    bool locked = false;     ///< by its pass code
+    bool hasRecord = true;    ///< the computer keeps a record of the pairing
+    bool knowsHost = true;    ///< the phone still knows the computer
+    bool locked = false;      ///< by its pass code
     bool hangsAtDoor = false; ///< never answers when it is addressed
     bool garbageAtDoor = false;
     bool noServiceHandle = false; ///< starts services at no port
@@ -32,11 +32,12 @@ struct PhoneFaults {
     quint64 longestRead = UINT64_MAX;
     std::optional<BadRange> badRange;
     int slowMilliseconds = 0; ///< before each answer
-    qint64 cutAfterBytes = -1; ///< ends the file service's connection after so many bytes of answers
+    qint64 cutAfterBytes =
+        -1; ///< ends the file service's connection after so many bytes of answers
     qint64 garbageAfterOperations = -1;
     qint64 hangAfterOperations = -1;
-    bool foreverFull = false; ///< files never end
-    QHash<QString, QByteArray> sizes;  ///< sizes to claim, by path
+    bool foreverFull = false;                  ///< files never end
+    QHash<QString, QByteArray> sizes;          ///< sizes to claim, by path
     QHash<QString, QByteArrayList> extraNames; ///< names to list besides, by folder
 };
 

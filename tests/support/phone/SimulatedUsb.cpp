@@ -204,15 +204,14 @@ bool SimulatedUsb::answer(Connection& connection, quint32 tag, const PhonePlist&
     }
     if (type == u"ReadBUID")
         return send(stream, tag,
-                    PhonePlist().set("BUID", PhonePlist(PhoneKeys::shared().pairRecord())
-                                                 .text("SystemBUID")));
+                    PhonePlist().set(
+                        "BUID", PhonePlist(PhoneKeys::shared().pairRecord()).text("SystemBUID")));
     if (type == u"ReadPairRecord") {
         const auto phone = phoneNamed(request.text("PairRecordID"));
         if (!phone || !phone->faults().hasRecord)
             return sendResult(stream, tag, BadDevice);
-        return send(
-            stream, tag,
-            PhonePlist().setData("PairRecordData", PhoneKeys::shared().pairRecord()));
+        return send(stream, tag,
+                    PhonePlist().setData("PairRecordData", PhoneKeys::shared().pairRecord()));
     }
     if (type == u"SavePairRecord") {
         const std::lock_guard lock(_mutex);
@@ -262,8 +261,8 @@ bool SimulatedUsb::send(PhoneStream& stream, quint32 tag, const PhonePlist& mess
                                      PlistMessage, tag};
     for (quint32& field : header)
         field = qToLittleEndian(field);
-    return stream.write(
-        QByteArray(reinterpret_cast<const char*>(header.data()), sizeof header) + xml);
+    return stream.write(QByteArray(reinterpret_cast<const char*>(header.data()), sizeof header) +
+                        xml);
 }
 
 bool SimulatedUsb::sendResult(PhoneStream& stream, quint32 tag, quint64 number)
