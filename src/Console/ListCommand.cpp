@@ -73,7 +73,7 @@ void printCategory(TrackDb& library, const QString& category)
 
 int Commands::list(const CommandLine& line)
 {
-    const std::shared_ptr<Device> device = DeviceChooser::choose(line.device);
+    const std::shared_ptr<Device> device = DeviceChooser::choose(line.device, line.waitSeconds);
     if (!device)
         return ExitCode::NoDevice;
     TrackDb* library = device->trackDb();

@@ -1,4 +1,5 @@
 #include "Device/iPhone/iPhoneDevice.h"
+
 #include "support/RecordingDelegate.h"
 #include "support/phone/ConnectedPhone.h"
 

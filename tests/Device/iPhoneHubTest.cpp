@@ -4,9 +4,9 @@
 #include "support/RecordingDelegate.h"
 #include "support/phone/PhoneFixture.h"
 
-#include <gtest/gtest.h>
-
 #include <QThread>
+
+#include <gtest/gtest.h>
 
 namespace
 {

@@ -90,8 +90,7 @@ std::shared_ptr<AFCConnection> AFCDevice::openDevice(const std::shared_ptr<AFCDe
     if (!ref)
         return nullptr;
     MobileDevice::Service started;
-    check(Step::StartService, "AMDeviceStartService",
-          ref->device().startService(service, started));
+    check(Step::StartService, "AMDeviceStartService", ref->device().startService(service, started));
     if (!started)
         throw AFCFailure(Step::StartService, 0,
                          QStringLiteral("AMDeviceStartService didn't initialise a connection"));

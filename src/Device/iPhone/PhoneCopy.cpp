@@ -77,9 +77,8 @@ CopyResult PhoneCopy::copyEntry(const QString& from, const QString& to, Depth de
 CopyResult PhoneCopy::copyFolder(const QString& from, const QString& to, Depth depth)
 {
     if (!QDir().mkdir(to))
-        return QFileInfo::exists(to)
-                   ? ended(End::Failed, "There is something of this name already")
-                   : ended(End::Failed, "The folder could not be made");
+        return QFileInfo::exists(to) ? ended(End::Failed, "There is something of this name already")
+                                     : ended(End::Failed, "The folder could not be made");
     if (depth.folders >= DeepestFolder || depth.links > MostLinksInAPath)
         return ended(End::Incomplete, "The folders on the device never end");
     CopyResult result;

@@ -87,9 +87,8 @@ void iPhoneFamily::AFCDeviceWasConnected(const std::shared_ptr<AFCDeviceRef>& re
 
 void iPhoneFamily::AFCDeviceWasPaired(const std::shared_ptr<AFCDeviceRef>& ref)
 {
-    const bool isArriving =
-        std::any_of(_arrivals.begin(), _arrivals.end(),
-                    [&](const auto& arrival) { return arrival->ref == ref; });
+    const bool isArriving = std::any_of(_arrivals.begin(), _arrivals.end(),
+                                        [&](const auto& arrival) { return arrival->ref == ref; });
     if (!isArriving && !_devices.contains(ref->serialNumber()))
         AFCDeviceWasConnected(ref);
 }
