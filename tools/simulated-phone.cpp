@@ -7,7 +7,6 @@
 #include <QDir>
 
 #include <CLI/CLI.hpp>
-
 #include <unistd.h>
 
 #include <cstdio>
@@ -69,10 +68,9 @@ int main(int argc, char** argv)
         return app.exit(error) == 0 ? 0 : UsageError;
     }
 
-    const QString path =
-        socket.empty()
-            ? QDir::tempPath() + QStringLiteral("/simulated-usb-%1").arg(getpid())
-            : QString::fromStdString(socket);
+    const QString path = socket.empty()
+                             ? QDir::tempPath() + QStringLiteral("/simulated-usb-%1").arg(getpid())
+                             : QString::fromStdString(socket);
     SimulatedUsb usb(path);
     std::vector<std::shared_ptr<SimulatedPhone>> phones;
     for (const std::string& root : roots) {

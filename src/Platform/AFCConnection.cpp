@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
+#include <unordered_map>
 
 namespace
 {
@@ -47,6 +48,9 @@ struct AFCConnection::State {
     State& operator=(const State&) = delete;
 
     afc_client_private* const client;
+    /// Where the phone stands in each open file, as far as that is known; for the connection's
+    /// thread only. A request on the way costs as much as many bytes.
+    std::unordered_map<quint64, qint64> positions;
     std::atomic<bool> lost = false;
     std::atomic<std::chrono::milliseconds> patience = Patience;
 };
@@ -81,7 +85,7 @@ bool AFCConnection::isLost() const
     return _state->lost;
 }
 
-/// Runs `call(client, result)` on the connection's thread; `result` outlives a wait that is
+/// Runs `call(state.client, result)` on the connection's thread, which may outlive a wait that is
 /// given up.
 template <typename Call>
 int AFCConnection::call(Call call)
@@ -92,7 +96,7 @@ int AFCConnection::call(Call call)
     const bool inTime = _thread->run(
         [state = _state, error, call = std::move(call)] {
             if (!state->lost)
-                *error = call(state->client);
+                *error = call(*state);
         },
         _state->patience);
     if (!inTime || endsConnection(*error)) {
@@ -107,9 +111,9 @@ int AFCConnection::fileInfoOpen(const QString& path, AFCList& keysAndValues)
     if (!isPath(path))
         return AFC_E_INVALID_ARG;
     const auto texts = std::make_shared<QByteArrayList>();
-    const int error = call([path = path.toUtf8(), texts](afc_client_t client) {
+    const int error = call([path = path.toUtf8(), texts](State& state) {
         char** list = nullptr;
-        const int result = afc_get_file_info(client, path.constData(), &list);
+        const int result = afc_get_file_info(state.client, path.constData(), &list);
         *texts = textsAndFree(list);
         return result;
     });
@@ -121,9 +125,9 @@ int AFCConnection::fileInfoOpen(const QString& path, AFCList& keysAndValues)
 int AFCConnection::deviceInfoOpen(AFCList& keysAndValues)
 {
     const auto texts = std::make_shared<QByteArrayList>();
-    const int error = call([texts](afc_client_t client) {
+    const int error = call([texts](State& state) {
         char** list = nullptr;
-        const int result = afc_get_device_info(client, &list);
+        const int result = afc_get_device_info(state.client, &list);
         *texts = textsAndFree(list);
         return result;
     });
@@ -137,9 +141,9 @@ int AFCConnection::directoryOpen(const QString& path, AFCList& names)
     if (!isPath(path))
         return AFC_E_INVALID_ARG;
     const auto texts = std::make_shared<QByteArrayList>();
-    const int error = call([path = path.toUtf8(), texts](afc_client_t client) {
+    const int error = call([path = path.toUtf8(), texts](State& state) {
         char** list = nullptr;
-        const int result = afc_read_directory(client, path.constData(), &list);
+        const int result = afc_read_directory(state.client, path.constData(), &list);
         *texts = textsAndFree(list);
         return result;
     });
@@ -150,22 +154,22 @@ int AFCConnection::directoryOpen(const QString& path, AFCList& names)
 
 int AFCConnection::directoryCreate(const QString& path)
 {
-    return call([path = path.toUtf8()](afc_client_t client) {
-        return int(afc_make_directory(client, path.constData()));
+    return call([path = path.toUtf8()](State& state) {
+        return int(afc_make_directory(state.client, path.constData()));
     });
 }
 
 int AFCConnection::removePath(const QString& path)
 {
-    return call([path = path.toUtf8()](afc_client_t client) {
-        return int(afc_remove_path(client, path.constData()));
+    return call([path = path.toUtf8()](State& state) {
+        return int(afc_remove_path(state.client, path.constData()));
     });
 }
 
 int AFCConnection::renamePath(const QString& from, const QString& to)
 {
-    return call([from = from.toUtf8(), to = to.toUtf8()](afc_client_t client) {
-        return int(afc_rename_path(client, from.constData(), to.constData()));
+    return call([from = from.toUtf8(), to = to.toUtf8()](State& state) {
+        return int(afc_rename_path(state.client, from.constData(), to.constData()));
     });
 }
 
@@ -176,8 +180,10 @@ int AFCConnection::fileRefOpen(const QString& path, qint64 mode, quint64& handle
     // What the library calls 2 would create a file that is missing.
     const auto fileMode = mode == ReadMode ? AFC_FOPEN_RDONLY : afc_file_mode_t(mode);
     const auto opened = std::make_shared<std::uint64_t>(0);
-    const int error = call([path = path.toUtf8(), fileMode, opened](afc_client_t client) {
-        return int(afc_file_open(client, path.constData(), fileMode, opened.get()));
+    const int error = call([path = path.toUtf8(), fileMode, opened](State& state) {
+        const int result = afc_file_open(state.client, path.constData(), fileMode, opened.get());
+        state.positions.erase(*opened);
+        return result;
     });
     if (error == 0)
         handle = *opened;
@@ -186,13 +192,24 @@ int AFCConnection::fileRefOpen(const QString& path, qint64 mode, quint64& handle
 
 int AFCConnection::fileRefClose(quint64 handle)
 {
-    return call([handle](afc_client_t client) { return int(afc_file_close(client, handle)); });
+    return call([handle](State& state) {
+        state.positions.erase(handle);
+        return int(afc_file_close(state.client, handle));
+    });
 }
 
 int AFCConnection::fileRefSeek(quint64 handle, qint64 offset)
 {
-    return call([handle, offset](afc_client_t client) {
-        return int(afc_file_seek(client, handle, offset, SEEK_SET));
+    return call([handle, offset](State& state) {
+        const auto known = state.positions.find(handle);
+        if (known != state.positions.end() && known->second == offset)
+            return 0;
+        const int result = afc_file_seek(state.client, handle, offset, SEEK_SET);
+        if (result == 0)
+            state.positions[handle] = offset;
+        else
+            state.positions.erase(handle);
+        return result;
     });
 }
 
@@ -200,9 +217,15 @@ int AFCConnection::fileRefRead(quint64 handle, quint32& size, QByteArray& bytes)
 {
     const auto buffer = std::make_shared<QByteArray>(qsizetype(size), Qt::Uninitialized);
     const auto count = std::make_shared<std::uint32_t>(0);
-    const int error = call([handle, buffer, count](afc_client_t client) {
-        return int(afc_file_read(client, handle, buffer->data(), std::uint32_t(buffer->size()),
-                                 count.get()));
+    const int error = call([handle, buffer, count](State& state) {
+        const int result = afc_file_read(state.client, handle, buffer->data(),
+                                         std::uint32_t(buffer->size()), count.get());
+        const auto known = state.positions.find(handle);
+        if (known != state.positions.end() && result == 0)
+            known->second += *count;
+        else
+            state.positions.erase(handle);
+        return result;
     });
     if (error != 0)
         return error;
@@ -214,16 +237,17 @@ int AFCConnection::fileRefRead(quint64 handle, quint32& size, QByteArray& bytes)
 
 int AFCConnection::fileRefWrite(quint64 handle, const QByteArray& bytes)
 {
-    return call([handle, bytes](afc_client_t client) {
+    return call([handle, bytes](State& state) {
+        state.positions.erase(handle);
         std::uint32_t written = 0;
-        return int(afc_file_write(client, handle, bytes.constData(), std::uint32_t(bytes.size()),
-                                  &written));
+        return int(afc_file_write(state.client, handle, bytes.constData(),
+                                  std::uint32_t(bytes.size()), &written));
     });
 }
 
 int AFCConnection::fileRefSetFileSize(quint64 handle, quint64 size)
 {
-    return call([handle, size](afc_client_t client) {
-        return int(afc_file_truncate(client, handle, size));
+    return call([handle, size](State& state) {
+        return int(afc_file_truncate(state.client, handle, size));
     });
 }

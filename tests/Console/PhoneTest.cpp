@@ -4,25 +4,28 @@
 #include "support/SamplePlayer.h"
 #include "support/phone/PhoneFixture.h"
 
-#include <gtest/gtest.h>
-
 #include <QDirIterator>
 #include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QThread>
 
+#include <gtest/gtest.h>
+
 #include <map>
 
 namespace
 {
-/// A phone that holds the sample library, read by the real console program. No volumes are
-/// mounted where the program looks.
-class PhoneConsole : public PhoneFixture
+/// A place without volumes; entered before any thread starts.
+struct PrivatePlace {
+    PrivatePlace() { PrivateMounts::enter(); }
+};
+
+/// A phone that holds the sample library, read by the real console program.
+class PhoneConsole : private PrivatePlace, public PhoneFixture
 {
 protected:
     PhoneConsole()
     {
-        PrivateMounts::enter();
         EXPECT_EQ(SamplePlayer::write(path("player")), "");
         // The same library in the place where phones have it.
         QDir(onPhone("/iTunes_Control")).removeRecursively();
@@ -139,10 +142,10 @@ TEST_F(PhoneConsole, IsRightAboutEveryItemOfAPhoneThatIsPulledOut)
     constexpr int Runs = 100;
     const auto whole = [&] {
         usb.attach(phone);
-        EXPECT_EQ(ConsoleRun({"export", "all", "--to", path("whole"), "--quiet", "--clash",
-                              "number"})
-                      .exitCode,
-                  0);
+        EXPECT_EQ(
+            ConsoleRun({"export", "all", "--to", path("whole"), "--quiet", "--clash", "number"})
+                .exitCode,
+            0);
         usb.detach(phone);
         return tree(path("whole"));
     }();

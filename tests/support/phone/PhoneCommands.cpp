@@ -40,8 +40,7 @@ const std::map<QString, Fault>& faultsByName()
 }
 } // namespace
 
-PhoneCommands::PhoneCommands(SimulatedUsb& usb,
-                             std::vector<std::shared_ptr<SimulatedPhone>> phones)
+PhoneCommands::PhoneCommands(SimulatedUsb& usb, std::vector<std::shared_ptr<SimulatedPhone>> phones)
     : _usb(usb)
     , _phones(std::move(phones))
 {
