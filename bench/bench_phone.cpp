@@ -9,13 +9,11 @@
 #include "support/Files.h"
 #include "support/phone/SimulatedUsb.h"
 
-#include <libimobiledevice/afc.h>
-
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
-
 #include <fcntl.h>
+#include <libimobiledevice/afc.h>
 #include <unistd.h>
 
 namespace

@@ -238,7 +238,8 @@ TEST_F(PhoneNotification, TellsOfPhonesThatComeGoAndPair)
     ASSERT_TRUE(hears({"1 first", "1 second", "3 first"}));
     usb.detach(first);
     ASSERT_TRUE(hears({"1 first", "1 second", "3 first", "2 first"}));
-    const Heard& all = heard();
+    Heard& all = heard();
+    const std::lock_guard lock(all.mutex);
     EXPECT_EQ(all.numbers[0], all.numbers[3]);
     EXPECT_NE(all.numbers[0], all.numbers[1]);
 }
