@@ -7,7 +7,7 @@
 
 int Commands::devices(const CommandLine& line)
 {
-    const Device::Devices devices = DeviceChooser::connected();
+    const Device::Devices devices = DeviceChooser::connected(line.waitSeconds);
     if (line.json) {
         Terminal::print(LibraryJson::devices(devices));
         return ExitCode::Done;

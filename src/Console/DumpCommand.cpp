@@ -7,7 +7,7 @@
 
 int Commands::dump(const CommandLine& line)
 {
-    const std::shared_ptr<Device> device = DeviceChooser::choose(line.device);
+    const std::shared_ptr<Device> device = DeviceChooser::choose(line.device, line.waitSeconds);
     if (!device)
         return ExitCode::NoDevice;
     if (!line.previews.isNull()) {

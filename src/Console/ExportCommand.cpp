@@ -233,7 +233,7 @@ int Commands::exportMedia(const CommandLine& line)
     Interrupt::watch();
     ConsoleExportHost host(line.quiet);
     const DelegateScope delegate(host);
-    const std::shared_ptr<Device> device = DeviceChooser::choose(line.device);
+    const std::shared_ptr<Device> device = DeviceChooser::choose(line.device, line.waitSeconds);
     if (!device)
         return ExitCode::NoDevice;
 

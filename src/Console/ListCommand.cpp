@@ -96,7 +96,7 @@ void printCounts(TrackDb* library, VoiceMemoDb* recordings)
 
 int Commands::list(const CommandLine& line)
 {
-    const std::shared_ptr<Device> device = DeviceChooser::choose(line.device);
+    const std::shared_ptr<Device> device = DeviceChooser::choose(line.device, line.waitSeconds);
     if (!device)
         return ExitCode::NoDevice;
     if (!line.category.isNull() && PhotoListing::print(*device, line.category))

@@ -6,6 +6,7 @@
 #include "Device/PhotoDb.h"
 #include "Device/TrackDb.h"
 #include "Device/VoiceMemoDb.h"
+#include "Device/iPhone/iPhoneDevice.h"
 #include "Device/iPod/iPodDevice.h"
 
 #include <atomic>
@@ -19,6 +20,8 @@ std::atomic<DeviceDelegate*> theDelegate = nullptr;
 void DeviceDelegate::deviceConnected(const std::shared_ptr<Device>& /*device*/) {}
 
 void DeviceDelegate::deviceDisconnected(const std::shared_ptr<Device>& /*device*/) {}
+
+void DeviceDelegate::deviceFailed(const QString& /*words*/, const QString& /*exactText*/) {}
 
 bool DeviceDelegate::exported(double /*progress*/)
 {
@@ -38,12 +41,14 @@ DeviceDelegate* Device::delegate()
 Device::Devices Device::init()
 {
     Devices devices;
+    addFamily(devices, iPhoneDevice::init());
     addFamily(devices, iPodDevice::init());
     return devices;
 }
 
 void Device::uninit()
 {
+    iPhoneDevice::uninit();
     iPodDevice::uninit();
 }
 

@@ -3,6 +3,7 @@
 #include <memory>
 
 class Device;
+class QString;
 
 /// Who hears of devices that come and go and of the progress of copies. A delegate overrides
 /// what it wants to hear.
@@ -18,6 +19,9 @@ public:
     virtual void deviceConnected(const std::shared_ptr<Device>& device);
     /// A device left and is no longer in its family's table. On the same thread.
     virtual void deviceDisconnected(const std::shared_ptr<Device>& device);
+    /// A device is there and cannot be used: what a person can do about it, and the exact text of
+    /// the failure. On the same thread.
+    virtual void deviceFailed(const QString& words, const QString& exactText);
     /// A chunk was read and is about to be written: `progress` is the item's index plus the
     /// fraction of it that is copied. False stops the copy. On the thread that copies.
     virtual bool exported(double progress);

@@ -2,7 +2,7 @@
 
 #include "Device/Device.h"
 #include "Export/ExportJob.h"
-#include "Window/Mailbox.h"
+#include "Base/Mailbox.h"
 
 #include <condition_variable>
 #include <mutex>

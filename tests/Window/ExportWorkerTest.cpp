@@ -1,7 +1,7 @@
 #include "Window/ExportWorker.h"
 
 #include "Base/PathName.h"
-#include "Window/Mailbox.h"
+#include "Base/Mailbox.h"
 #include "support/EventLoop.h"
 #include "support/PlayerFixture.h"
 

@@ -25,6 +25,11 @@ public:
         events.append("-" + device->key());
         last = device;
     }
+    void deviceFailed(const QString& words, const QString& exactText) override
+    {
+        failures.append(exactText);
+        failureWords.append(words);
+    }
     bool exported(double value) override
     {
         progress.push_back(value);
@@ -32,6 +37,8 @@ public:
     }
 
     QStringList events;
+    QStringList failures; ///< the exact texts
+    QStringList failureWords;
     std::shared_ptr<Device> last;
     std::vector<double> progress;
     /// Called with the number of each chunk, from 1 on; answers for the delegate.

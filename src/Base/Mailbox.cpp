@@ -1,4 +1,4 @@
-#include "Window/Mailbox.h"
+#include "Base/Mailbox.h"
 
 #include <QCoreApplication>
 #include <QEvent>

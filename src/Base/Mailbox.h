@@ -6,7 +6,7 @@
 #include <mutex>
 #include <vector>
 
-/// The one way from a worker to the window: what is posted on any thread is run on the thread
+/// The one way from a thread to the event loop: what is posted on any thread is run on the thread
 /// that the mailbox lives on, in the order it came, from the event loop. What is not delivered
 /// when the mailbox goes is dropped.
 class Mailbox final : public QObject

@@ -1,0 +1,84 @@
+#include "Device/iPhone/AFCFailure.h"
+
+#include "Platform/MobileDevice.h"
+
+#include <QCoreApplication>
+
+namespace
+{
+/// What phones answer, as far as people can do something about it.
+enum Answer {
+    EncryptionFailed = -5,
+    PasswordProtected = -17,
+    UserDeniedPairing = -18,
+    PairingDialogResponsePending = -19,
+    MissingHostID = -20,
+    InvalidHostID = -21,
+    MissingPairRecord = -29,
+    InvalidPairRecord = -31,
+    EscrowLocked = -35
+};
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("AFCFailure", text);
+}
+
+QString wordsForNoAnswer()
+{
+    return tr("The phone does not answer. Unlock it and connect it again.");
+}
+
+QString wordsForNoService()
+{
+    return tr("The service usbmuxd, which reaches phones over USB, is not running. Install or "
+              "start it, then connect the phone again.");
+}
+
+bool isServiceReachable()
+{
+    std::vector<QString> identifiers;
+    return MobileDevice::attachedIdentifiers(identifiers) == 0;
+}
+} // namespace
+
+AFCFailure::AFCFailure(Step step, int code, const QString& reason)
+    : Exception(QStringLiteral("AFCDevice"), reason)
+    , _step(step)
+    , _code(code)
+    , _isServiceReachable(step != Step::Connect || isServiceReachable())
+{
+}
+
+QString AFCFailure::words() const
+{
+    if (_step == Step::Connect)
+        return _isServiceReachable ? wordsForNoAnswer() : wordsForNoService();
+    switch (_step == Step::IsPaired ? int(InvalidHostID) : _code) {
+    case PasswordProtected:
+    case EscrowLocked:
+        return tr("The phone is locked. Unlock it and connect it again.");
+    case UserDeniedPairing:
+    case PairingDialogResponsePending:
+    case MissingHostID:
+    case InvalidHostID:
+    case MissingPairRecord:
+    case InvalidPairRecord:
+        return tr("The phone does not trust this computer. Unlock the phone, connect it again and "
+                  "tap Trust.");
+    case EncryptionFailed:
+        return tr("No secure connection to the phone could be made. Connect it again.");
+    default:
+        break;
+    }
+    if (_step == Step::StartService || _step == Step::Open)
+        return tr("The phone does not give access to its files. Unlock it and connect it again.");
+    return wordsForNoAnswer();
+}
+
+QString AFCFailure::wordsFor(const Exception& exception)
+{
+    if (const auto* failure = dynamic_cast<const AFCFailure*>(&exception))
+        return failure->words();
+    return exception.name() == u"AFCFactory" ? wordsForNoService() : wordsForNoAnswer();
+}

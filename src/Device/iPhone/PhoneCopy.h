@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Device/CopyResult.h"
+
+#include <QString>
+
+#include <optional>
+
+class AFCDevice;
+class AFCFileReader;
+class File;
+
+/// One copy of a file or of a whole folder out of a phone, each chunk announced to the devices'
+/// delegate before it is written.
+class PhoneCopy
+{
+public:
+    PhoneCopy(AFCDevice& phone, std::optional<int> progress);
+
+    CopyResult copy(const QString& from, const QString& to);
+
+private:
+    /// How deep a walk is: below its start, and through how many links.
+    struct Depth {
+        int folders = 0;
+        int links = 0;
+    };
+
+    CopyResult copyFolder(const QString& from, const QString& to, Depth depth);
+    CopyResult copyEntry(const QString& from, const QString& to, Depth depth);
+    CopyResult copyFile(const QString& from, const QString& to);
+    CopyResult copyChunks(AFCFileReader& reader, double total, File& destination);
+    [[nodiscard]] bool isLost() const;
+
+    AFCDevice& _phone;
+    std::optional<int> _progress;
+    int _entries = 0;
+};

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Device/Device.h"
+
+#include <vector>
+
+class AFCDevice;
+class AFCDeviceRef;
+
+/// A phone or tablet, whose files are reached over its file service. Paths are rooted at "/".
+class iPhoneDevice final : public Device
+{
+public:
+    /// Begins to follow phones; those plugged in already arrive like later ones, from the event
+    /// loop. Gives the table of phones, still empty.
+    static Devices init();
+    /// Follows no more; the phones found stay known.
+    static void uninit();
+    /// Whether each of these phones has been announced, or has failed, since `init`.
+    static bool hasHeardOf(const std::vector<QString>& identifiers);
+
+    /// A phone was plugged in: its session is opened beside the window's thread, and what came of
+    /// it is told to the delegate from the event loop.
+    static void AFCDeviceWasConnected(const std::shared_ptr<AFCDeviceRef>& ref);
+    /// A phone was pulled out.
+    static void deviceWasDisconnected(AFCDevice& device);
+
+    explicit iPhoneDevice(std::shared_ptr<AFCDevice> afcDevice);
+    ~iPhoneDevice() override;
+
+    /// The phone's own identifier.
+    [[nodiscard]] QString key() const override;
+    [[nodiscard]] QString serialNumber() const;
+    bool fileExists(const QString& path) override;
+    /// Regular files only.
+    bool isFile(const QString& path) override;
+    /// Folders and symbolic links, whatever they point to.
+    bool isDirectory(const QString& path) override;
+    QStringList getFiles(const QString& folder) override;
+    QStringList getDirs(const QString& folder) override;
+    QByteArray read(const QString& path) override;
+    QByteArray read(const QString& path, quint32 offset, quint32 length) override;
+    /// 0 when there is no such path.
+    double getFileSize(const QString& path) override;
+    /// Copies files and whole folders. A stop inside a folder ends only the file it is asked in.
+    CopyResult copyOut(const QString& from, const QString& to,
+                       std::optional<int> progress) override;
+    CameraRollDb* cameraRollDb() override;
+
+private:
+    std::shared_ptr<AFCDevice> _afcDevice;
+};

@@ -1,0 +1,108 @@
+#include "Platform/PatientThread.h"
+
+#include <condition_variable>
+#include <csignal>
+#include <cstdint>
+#include <deque>
+#include <mutex>
+#include <thread>
+
+namespace
+{
+constexpr std::chrono::milliseconds Farewell(2000);
+
+void blockPipeSignal()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
+} // namespace
+
+/// Shared with the thread, which may outlive the object.
+struct PatientThread::State {
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::deque<Job> jobs;
+    std::uint64_t posted = 0;
+    std::uint64_t finished = 0;
+    bool ending = false;
+    bool stuck = false;
+    bool ended = false;
+};
+
+void PatientThread::detached(Job job)
+{
+    std::thread([job = std::move(job)] {
+        blockPipeSignal();
+        job();
+    }).detach();
+}
+
+PatientThread::PatientThread()
+    : _state(std::make_shared<State>())
+{
+    std::thread([state = _state] { work(state); }).detach();
+}
+
+PatientThread::~PatientThread()
+{
+    std::unique_lock lock(_state->mutex);
+    _state->ending = true;
+    _state->changed.notify_all();
+    if (!_state->stuck)
+        _state->changed.wait_for(lock, Farewell, [this] { return _state->ended; });
+}
+
+bool PatientThread::run(Job job, std::chrono::milliseconds limit)
+{
+    std::unique_lock lock(_state->mutex);
+    if (_state->stuck)
+        return false;
+    _state->jobs.push_back(std::move(job));
+    const std::uint64_t ticket = ++_state->posted;
+    _state->changed.notify_all();
+    const auto isDone = [this, ticket] { return _state->finished >= ticket || _state->stuck; };
+    const bool inTime = _state->changed.wait_for(lock, limit, isDone);
+    if (!inTime) {
+        _state->stuck = true;
+        _state->changed.notify_all();
+    }
+    return _state->finished >= ticket;
+}
+
+void PatientThread::post(Job job)
+{
+    const std::lock_guard lock(_state->mutex);
+    _state->jobs.push_back(std::move(job));
+    ++_state->posted;
+    _state->changed.notify_all();
+}
+
+bool PatientThread::isStuck() const
+{
+    const std::lock_guard lock(_state->mutex);
+    return _state->stuck;
+}
+
+void PatientThread::work(const std::shared_ptr<State>& state)
+{
+    blockPipeSignal();
+    std::unique_lock lock(state->mutex);
+    for (;;) {
+        state->changed.wait(lock, [&] { return state->ending || !state->jobs.empty(); });
+        if (state->jobs.empty())
+            break;
+        Job job = std::move(state->jobs.front());
+        state->jobs.pop_front();
+        lock.unlock();
+        job();
+        job = {}; // what it owned ends here and not while the lock is held
+        lock.lock();
+        ++state->finished;
+        state->changed.notify_all();
+    }
+    state->ended = true;
+    state->changed.notify_all();
+}

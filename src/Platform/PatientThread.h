@@ -1,0 +1,41 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+/// A thread for calls into a library that may block for longer than anybody wants to wait, and
+/// that nothing can call back. Whoever waits for such a call gives up after a limit; the thread
+/// is then left to end by itself, and nobody waits for it again.
+///
+/// For that reason a job owns all it touches, by value or by a share of it. SIGPIPE is blocked on
+/// the thread: a connection that broke is an error of the call that found out.
+class PatientThread
+{
+public:
+    using Job = std::function<void()>;
+
+    /// Runs `job` on a thread that nobody ever waits for.
+    static void detached(Job job);
+
+    PatientThread();
+    /// Waits a moment for what is running and for what was posted, then leaves the thread alone.
+    ~PatientThread();
+    PatientThread(const PatientThread&) = delete;
+    PatientThread& operator=(const PatientThread&) = delete;
+
+    /// Runs `job` after those before it. False when it has not ended within `limit`; from then on
+    /// every answer is false, at once.
+    bool run(Job job, std::chrono::milliseconds limit);
+    /// The same without waiting.
+    void post(Job job);
+    /// Whether somebody gave up waiting.
+    [[nodiscard]] bool isStuck() const;
+
+private:
+    struct State;
+
+    static void work(const std::shared_ptr<State>& state);
+
+    std::shared_ptr<State> _state;
+};

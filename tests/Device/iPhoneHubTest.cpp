@@ -1,0 +1,190 @@
+#include "Device/iPhone/AFCFactory.h"
+#include "Device/iPhone/iPhoneDevice.h"
+#include "support/EventLoop.h"
+#include "support/RecordingDelegate.h"
+#include "support/phone/PhoneFixture.h"
+
+#include <QThread>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+/// Phones as the hub announces them. The subscription is for the life of the process, so each of
+/// these tests runs in a process of its own.
+class PhoneHub : public PhoneFixture
+{
+protected:
+    ~PhoneHub() override { Device::uninit(); }
+
+    bool hears(const QStringList& events)
+    {
+        return waitUntil([&] { return delegate.events == events; });
+    }
+
+    RecordingDelegate delegate;
+};
+} // namespace
+
+TEST_F(PhoneHub, AnnouncesPhonesThatAreThereAlreadyAsArrivals)
+{
+    const auto phone = newPhone("one");
+    usb.attach(phone);
+    EXPECT_TRUE(iPhoneDevice::init().empty());
+    ASSERT_TRUE(hears({"+one"}));
+    EXPECT_EQ(delegate.last->prefix(), "/");
+    EXPECT_TRUE(delegate.last->isDirectory("/iTunes_Control"));
+    EXPECT_TRUE(iPhoneDevice::hasHeardOf({"one"}));
+    EXPECT_FALSE(iPhoneDevice::hasHeardOf({"one", "two"}));
+}
+
+TEST_F(PhoneHub, AnnouncesPhonesThatComeAndGo)
+{
+    (void)Device::init();
+    const auto first = newPhone("one");
+    const auto second = newPhone("two");
+    usb.attach(first);
+    ASSERT_TRUE(hears({"+one"}));
+    const std::shared_ptr<Device> device = delegate.last;
+    usb.attach(second);
+    ASSERT_TRUE(hears({"+one", "+two"}));
+    usb.detach(first);
+    ASSERT_TRUE(hears({"+one", "+two", "-one"}));
+    EXPECT_EQ(delegate.last, device);
+    EXPECT_FALSE(device->isDirectory("/iTunes_Control"));
+    usb.attach(first);
+    ASSERT_TRUE(hears({"+one", "+two", "-one", "+one"}));
+    EXPECT_TRUE(delegate.last->isDirectory("/iTunes_Control"));
+    EXPECT_NE(delegate.last, device);
+}
+
+TEST_F(PhoneHub, SaysInPlainWordsWhyAPhoneCannotBeUsedAndTakesItOnceItCan)
+{
+    const auto phone = newPhone("one");
+    PhoneFaults faults;
+    faults.hasRecord = false;
+    phone->setFaults(faults);
+    (void)Device::init();
+    usb.attach(phone);
+    ASSERT_TRUE(waitUntil([&] { return delegate.failures.size() == 1; }));
+    EXPECT_EQ(delegate.failures[0], "Device pairing failed");
+    EXPECT_TRUE(delegate.failureWords[0].contains("tap Trust"));
+    EXPECT_TRUE(delegate.events.isEmpty());
+    usb.detach(phone);
+
+    faults = {};
+    faults.locked = true;
+    phone->setFaults(faults);
+    usb.attach(phone);
+    ASSERT_TRUE(waitUntil([&] { return delegate.failures.size() == 2; }));
+    EXPECT_EQ(delegate.failures[1], "AMDeviceStartSession failed with error -17");
+    EXPECT_TRUE(delegate.failureWords[1].contains("locked"));
+    usb.detach(phone);
+
+    faults = {};
+    faults.serviceError = "ServiceProhibited";
+    phone->setFaults(faults);
+    usb.attach(phone);
+    ASSERT_TRUE(waitUntil([&] { return delegate.failures.size() == 3; }));
+    EXPECT_TRUE(delegate.failureWords[2].contains("access to its files"));
+    usb.detach(phone);
+    EXPECT_TRUE(delegate.events.isEmpty());
+
+    phone->setFaults({});
+    usb.attach(phone);
+    EXPECT_TRUE(hears({"+one"}));
+}
+
+TEST_F(PhoneHub, TriesAgainWhenThePhoneHasComeToTrustTheComputer)
+{
+    const auto phone = newPhone("one");
+    PhoneFaults faults;
+    faults.knowsHost = false;
+    phone->setFaults(faults);
+    (void)Device::init();
+    usb.attach(phone);
+    ASSERT_TRUE(waitUntil([&] { return delegate.failures.size() == 1; }));
+    phone->setFaults({});
+    usb.tellPaired(phone);
+    EXPECT_TRUE(hears({"+one"}));
+    usb.tellPaired(phone);
+    usb.detach(phone);
+    EXPECT_TRUE(hears({"+one", "-one"}));
+}
+
+TEST_F(PhoneHub, DoesNotWaitForAPhoneThatHangs)
+{
+    const auto hanging = newPhone("hanging");
+    PhoneFaults faults;
+    faults.hangsAtDoor = true;
+    hanging->setFaults(faults);
+    (void)Device::init();
+    usb.attach(hanging);
+    usb.attach(newPhone("one"));
+    ASSERT_TRUE(hears({"+one"}));
+    // Pulled out while it was opened: nobody hears of it.
+    usb.detach(hanging);
+    usb.attach(newPhone("two"));
+    ASSERT_TRUE(hears({"+one", "+two"}));
+    EXPECT_TRUE(delegate.failures.isEmpty());
+}
+
+TEST_F(PhoneHub, ChangesNothingWhenAnUnknownPhoneLeaves)
+{
+    (void)Device::init();
+    usb.attach(newPhone("one"));
+    ASSERT_TRUE(hears({"+one"}));
+    AFCFactory::factory().notify(MobileDevice::Message::Disconnected, {4711, 0, "one"});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(delegate.events, QStringList{"+one"});
+}
+
+TEST_F(PhoneHub, LetsALaterPhoneOfTheSameIdentifierReplaceTheEarlier)
+{
+    (void)Device::init();
+    const auto first = newPhone("one");
+    usb.attach(first);
+    ASSERT_TRUE(hears({"+one"}));
+    const std::shared_ptr<Device> earlier = delegate.last;
+    usb.attach(first);
+    ASSERT_TRUE(hears({"+one", "+one"}));
+    const std::shared_ptr<Device> later = delegate.last;
+    EXPECT_NE(earlier, later);
+    usb.detach(first);
+    ASSERT_TRUE(hears({"+one", "+one", "-one"}));
+    EXPECT_EQ(delegate.last, later);
+}
+
+TEST_F(PhoneHub, SaysSoWhenNoDeviceCouldBeMade)
+{
+    (void)Device::init();
+    iPhoneDevice::AFCDeviceWasConnected(nullptr);
+    ASSERT_TRUE(waitUntil([&] { return delegate.failures.size() == 1; }));
+    EXPECT_EQ(delegate.failures[0], "Error occurred when trying to init AFC device.");
+}
+
+TEST_F(PhoneHub, AnnouncesNoPhonesAfterTheEnd)
+{
+    (void)Device::init();
+    usb.attach(newPhone("one"));
+    ASSERT_TRUE(hears({"+one"}));
+    Device::uninit();
+    usb.attach(newPhone("two"));
+    QThread::msleep(300);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(delegate.events, QStringList{"+one"});
+}
+
+TEST_F(PhoneHub, NeedsNoListener)
+{
+    Device::setDelegate(nullptr);
+    (void)Device::init();
+    const auto phone = newPhone("one");
+    usb.attach(phone);
+    EXPECT_TRUE(waitUntil([] { return iPhoneDevice::hasHeardOf({"one"}); }));
+    usb.detach(phone);
+    iPhoneDevice::AFCDeviceWasConnected(nullptr);
+    QThread::msleep(200);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(delegate.events.isEmpty());
+}

@@ -1,0 +1,409 @@
+#include "support/phone/AfcService.h"
+
+#include "support/phone/PhoneStream.h"
+#include "support/phone/SimulatedPhone.h"
+
+#include <QFile>
+#include <QtEndian>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <thread>
+
+namespace
+{
+enum Operation : quint64 {
+    Status = 0x01,
+    Data = 0x02,
+    ReadDirectory = 0x03,
+    Truncate = 0x07,
+    RemovePath = 0x08,
+    MakeDirectory = 0x09,
+    GetFileInfo = 0x0A,
+    GetDeviceInfo = 0x0B,
+    FileOpen = 0x0D,
+    FileOpenResult = 0x0E,
+    FileRead = 0x0F,
+    FileWrite = 0x10,
+    FileSeek = 0x11,
+    FileTell = 0x12,
+    FileTellResult = 0x13,
+    FileClose = 0x14,
+    FileSetSize = 0x15,
+    RenamePath = 0x18,
+    FileLock = 0x1B,
+    MakeLink = 0x1C,
+    SetFileTime = 0x1E,
+    RemovePathAndContents = 0x22
+};
+
+enum Code : quint64 {
+    Success = 0,
+    BadArgument = 7,
+    NotFound = 8,
+    IsFolder = 9,
+    NotPermitted = 10,
+    NotSupported = 15,
+    Exists = 16,
+    NoSpace = 18,
+    InputOutput = 20,
+    NotEmpty = 33
+};
+
+constexpr qsizetype HeaderSize = 40;
+constexpr quint64 LongestRequest = 64 << 20;
+constexpr quint64 ReadOnly = 1;
+
+QByteArray littleEndian(quint64 value)
+{
+    value = qToLittleEndian(value);
+    return QByteArray(reinterpret_cast<const char*>(&value), sizeof value);
+}
+
+quint64 fieldAt(const QByteArray& bytes, qsizetype offset)
+{
+    return offset + 8 <= bytes.size() ? qFromLittleEndian<quint64>(bytes.constData() + offset) : 0;
+}
+
+quint64 codeOf(int errorNumber)
+{
+    switch (errorNumber) {
+    case ENOENT:
+    case ENOTDIR:
+        return NotFound;
+    case EISDIR:
+        return IsFolder;
+    case EACCES:
+    case EPERM:
+        return NotPermitted;
+    case EEXIST:
+        return Exists;
+    case ENOSPC:
+        return NoSpace;
+    case ENOTEMPTY:
+        return NotEmpty;
+    default:
+        return InputOutput;
+    }
+}
+
+bool writes(quint64 operation)
+{
+    switch (operation) {
+    case Truncate:
+    case RemovePath:
+    case MakeDirectory:
+    case FileWrite:
+    case FileSetSize:
+    case RenamePath:
+    case FileLock:
+    case MakeLink:
+    case SetFileTime:
+    case RemovePathAndContents:
+        return true;
+    default:
+        return false;
+    }
+}
+
+int openFlags(quint64 mode)
+{
+    switch (mode) {
+    case 1:
+        return O_RDONLY;
+    case 2:
+        return O_RDWR | O_CREAT;
+    case 3:
+        return O_WRONLY | O_CREAT | O_TRUNC;
+    case 4:
+        return O_RDWR | O_CREAT | O_TRUNC;
+    case 5:
+        return O_WRONLY | O_CREAT | O_APPEND;
+    case 6:
+        return O_RDWR | O_CREAT | O_APPEND;
+    default:
+        return -1;
+    }
+}
+
+QByteArray pair(const char* key, const QByteArray& value)
+{
+    return QByteArray(key) + '\0' + value + '\0';
+}
+
+const char* typeName(mode_t mode)
+{
+    return S_ISDIR(mode)   ? "S_IFDIR"
+           : S_ISLNK(mode) ? "S_IFLNK"
+           : S_ISREG(mode) ? "S_IFREG"
+                           : "S_IFIFO";
+}
+
+QByteArray nanoseconds(const timespec& time)
+{
+    return QByteArray::number(qint64(time.tv_sec) * 1'000'000'000 + time.tv_nsec);
+}
+} // namespace
+
+quint64 AfcService::Request::value(qsizetype index) const
+{
+    return fieldAt(body, index * 8);
+}
+
+QByteArray AfcService::Request::path(qsizetype offset) const
+{
+    const QByteArray rest = body.mid(offset);
+    return rest.first(qsizetype(strnlen(rest.constData(), std::size_t(rest.size()))));
+}
+
+AfcService::AfcService(SimulatedPhone& phone, PhoneStream& stream)
+    : _phone(phone)
+    , _stream(stream)
+{
+}
+
+AfcService::~AfcService()
+{
+    for (const auto& [handle, file] : _files)
+        ::close(file.descriptor);
+}
+
+void AfcService::serve()
+{
+    Request request;
+    while (receive(request)) {
+        const bool opensToWrite = request.operation == FileOpen && request.value(0) != ReadOnly;
+        _phone.record(request.operation, writes(request.operation) || opensToWrite);
+        if (!misbehave() || !answer(request))
+            return;
+    }
+}
+
+bool AfcService::receive(Request& request)
+{
+    const QByteArray header = _stream.read(HeaderSize);
+    if (header.isNull())
+        return false;
+    const quint64 entire = fieldAt(header, 8);
+    const quint64 fixed = fieldAt(header, 16);
+    request.number = fieldAt(header, 24);
+    request.operation = fieldAt(header, 32);
+    if (entire < HeaderSize || entire > LongestRequest || fixed > entire || fixed < HeaderSize)
+        return false;
+    request.fixedPart = qsizetype(fixed) - HeaderSize;
+    request.body = _stream.read(entire - HeaderSize);
+    return !request.body.isNull() || entire == HeaderSize;
+}
+
+/// False when the connection ends here.
+bool AfcService::misbehave()
+{
+    const PhoneFaults faults = _phone.faults();
+    if (faults.slowMilliseconds > 0)
+        std::this_thread::sleep_for(std::chrono::milliseconds(faults.slowMilliseconds));
+    const qint64 operations = _phone.operations();
+    if (faults.hangAfterOperations >= 0 && operations > faults.hangAfterOperations) {
+        _phone.hang(_stream);
+        return true;
+    }
+    if (faults.garbageAfterOperations >= 0 && operations > faults.garbageAfterOperations) {
+        QByteArray garbage(512, Qt::Uninitialized);
+        for (qsizetype i = 0; i < garbage.size(); ++i)
+            garbage[i] = char((i * 167 + operations * 31) & 0xff);
+        return _stream.write(garbage);
+    }
+    return true;
+}
+
+bool AfcService::answer(const Request& request)
+{
+    switch (request.operation) {
+    case ReadDirectory:
+        return readDirectory(request);
+    case GetFileInfo:
+        return getFileInfo(request);
+    case GetDeviceInfo:
+        return sendData(request, pair("Model", "Sample1,1") + pair("FSTotalBytes", "64000000000") +
+                                     pair("FSFreeBytes", "32000000000") +
+                                     pair("FSBlockSize", "4096"));
+    case FileOpen:
+        return openFile(request);
+    case FileRead:
+        return readFile(request);
+    case FileSeek:
+    case FileTell:
+        return seekFile(request);
+    case FileClose: {
+        const auto file = _files.find(request.value(0));
+        if (file == _files.end())
+            return sendStatus(request, BadArgument);
+        close(file->second.descriptor);
+        _files.erase(file);
+        return sendStatus(request, Success);
+    }
+    case FileWrite:
+    case FileSetSize:
+        return changeFile(request);
+    case RemovePath:
+    case RenamePath:
+    case MakeDirectory:
+        return changePath(request);
+    default:
+        return sendStatus(request, NotSupported);
+    }
+}
+
+QByteArray AfcService::local(const QByteArray& path) const
+{
+    return QFile::encodeName(_phone.identity().root) + '/' + path;
+}
+
+bool AfcService::readDirectory(const Request& request)
+{
+    DIR* folder = opendir(local(request.path()).constData());
+    if (!folder)
+        return sendErrno(request, false);
+    QByteArray names;
+    while (const dirent* entry = readdir(folder))
+        names += QByteArray(entry->d_name) + '\0';
+    closedir(folder);
+    for (const QByteArray& name :
+         _phone.faults().extraNames.value(QString::fromUtf8(request.path())))
+        names += name + '\0';
+    return sendData(request, names);
+}
+
+bool AfcService::getFileInfo(const Request& request)
+{
+    const QByteArray path = local(request.path());
+    struct stat info = {};
+    if (lstat(path.constData(), &info) != 0)
+        return sendErrno(request, false);
+    const QByteArray claimed = _phone.faults().sizes.value(QString::fromUtf8(request.path()));
+    QByteArray data =
+        pair("st_size", claimed.isNull() ? QByteArray::number(info.st_size) : claimed);
+    data += pair("st_blocks", QByteArray::number(info.st_blocks));
+    data += pair("st_nlink", QByteArray::number(quint64(info.st_nlink)));
+    data += pair("st_ifmt", typeName(info.st_mode));
+    if (S_ISLNK(info.st_mode))
+        data += pair("LinkTarget", QFile::symLinkTarget(QFile::decodeName(path)).toUtf8());
+    data += pair("st_mtime", nanoseconds(info.st_mtim));
+    data += pair("st_birthtime", nanoseconds(info.st_ctim));
+    return sendData(request, data);
+}
+
+bool AfcService::openFile(const Request& request)
+{
+    const int flags = openFlags(request.value(0));
+    if (flags < 0)
+        return sendStatus(request, BadArgument);
+    const QByteArray path = request.path(8);
+    struct stat info = {};
+    if (stat(local(path).constData(), &info) == 0 && S_ISDIR(info.st_mode))
+        return sendStatus(request, IsFolder);
+    const int descriptor = open(local(path).constData(), flags | O_CLOEXEC, 0644);
+    if (descriptor < 0)
+        return sendErrno(request, false);
+    _files[_nextHandle] = {descriptor, QString::fromUtf8(path)};
+    return send(request, FileOpenResult, littleEndian(_nextHandle++), {});
+}
+
+bool AfcService::readFile(const Request& request)
+{
+    _phone.recordRead(request.value(1));
+    const auto file = _files.find(request.value(0));
+    if (file == _files.end())
+        return sendStatus(request, BadArgument);
+    const PhoneFaults faults = _phone.faults();
+    const int descriptor = file->second.descriptor;
+    const quint64 most = std::min({request.value(1), faults.longestRead, LongestRequest});
+    if (const auto& bad = faults.badRange; bad && file->second.path.endsWith(bad->file)) {
+        const off_t position = lseek(descriptor, 0, SEEK_CUR);
+        if (position < bad->end && position + off_t(most) > bad->first)
+            return sendStatus(request, bad->status);
+    }
+    QByteArray data(qsizetype(most), Qt::Uninitialized);
+    if (!faults.foreverFull) {
+        const ssize_t count = ::read(descriptor, data.data(), most);
+        if (count < 0)
+            return sendErrno(request, false);
+        data.truncate(count);
+    }
+    return sendData(request, data);
+}
+
+bool AfcService::seekFile(const Request& request)
+{
+    const auto file = _files.find(request.value(0));
+    if (file == _files.end())
+        return sendStatus(request, BadArgument);
+    const int descriptor = file->second.descriptor;
+    if (request.operation == FileTell)
+        return send(request, FileTellResult, littleEndian(quint64(lseek(descriptor, 0, SEEK_CUR))),
+                    {});
+    return sendErrno(request,
+                     lseek(descriptor, off_t(request.value(2)), int(request.value(1))) >= 0);
+}
+
+bool AfcService::changeFile(const Request& request)
+{
+    const auto file = _files.find(request.value(0));
+    if (file == _files.end())
+        return sendStatus(request, BadArgument);
+    const int descriptor = file->second.descriptor;
+    if (request.operation == FileSetSize)
+        return sendErrno(request, ftruncate(descriptor, off_t(request.value(1))) == 0);
+    const QByteArray data = request.body.mid(request.fixedPart);
+    return sendErrno(request, ::write(descriptor, data.constData(), std::size_t(data.size())) ==
+                                  data.size());
+}
+
+bool AfcService::changePath(const Request& request)
+{
+    const QByteArray path = request.path();
+    const QByteArray here = local(path);
+    if (request.operation == RemovePath)
+        return sendErrno(request, remove(here.constData()) == 0);
+    if (request.operation == MakeDirectory)
+        return sendErrno(request, mkdir(here.constData(), 0755) == 0);
+    const QByteArray to = local(request.path(path.size() + 1));
+    return sendErrno(request, rename(here.constData(), to.constData()) == 0);
+}
+
+bool AfcService::sendErrno(const Request& request, bool succeeded)
+{
+    return sendStatus(request, succeeded ? quint64(Success) : codeOf(errno));
+}
+
+bool AfcService::sendStatus(const Request& request, quint64 status)
+{
+    return send(request, Status, littleEndian(status), {});
+}
+
+bool AfcService::sendData(const Request& request, const QByteArray& data)
+{
+    return send(request, Data, {}, data);
+}
+
+bool AfcService::send(const Request& request, quint64 operation, const QByteArray& fixed,
+                      const QByteArray& data)
+{
+    const quint64 thisLength = quint64(HeaderSize + fixed.size());
+    const QByteArray head =
+        QByteArray("CFA6LPAA") + littleEndian(thisLength + quint64(data.size())) +
+        littleEndian(thisLength) + littleEndian(request.number) + littleEndian(operation) + fixed;
+    const qsizetype whole = head.size() + data.size();
+    const qint64 allowed = _phone.takeBytes(whole);
+    if (allowed == whole)
+        return _stream.write(head) && (data.isEmpty() || _stream.write(data));
+    _stream.write(head.first(std::min<qsizetype>(allowed, head.size())));
+    if (allowed > head.size())
+        _stream.write(data.first(allowed - head.size()));
+    return false; // and the connection ends in the middle of the answer
+}

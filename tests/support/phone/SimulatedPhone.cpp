@@ -1,0 +1,134 @@
+#include "support/phone/SimulatedPhone.h"
+
+#include "support/phone/AfcService.h"
+#include "support/phone/LockdownService.h"
+#include "support/phone/PhoneKeys.h"
+#include "support/phone/PhoneStream.h"
+
+#include <algorithm>
+#include <chrono>
+
+SimulatedPhone::SimulatedPhone(Identity identity)
+    : _identity(std::move(identity))
+{
+}
+
+void SimulatedPhone::setFaults(const PhoneFaults& faults)
+{
+    const std::lock_guard lock(_mutex);
+    _faults = faults;
+    ++_releases;
+    _released.notify_all();
+}
+
+PhoneFaults SimulatedPhone::faults() const
+{
+    const std::lock_guard lock(_mutex);
+    return _faults;
+}
+
+void SimulatedPhone::release()
+{
+    const std::lock_guard lock(_mutex);
+    ++_releases;
+    _released.notify_all();
+}
+
+void SimulatedPhone::hang(const PhoneStream& stream)
+{
+    std::unique_lock lock(_mutex);
+    const quint64 before = _releases;
+    while (_releases == before && !stream.isCut())
+        _released.wait_for(lock, std::chrono::milliseconds(20));
+}
+
+void SimulatedPhone::serveLockdown(PhoneStream& stream)
+{
+    LockdownService(*this, stream).serve();
+}
+
+void SimulatedPhone::serve(quint16 /*port*/, PhoneStream& stream)
+{
+    if (_identity.tls && !stream.startTls(PhoneKeys::shared().tls()))
+        return;
+    AfcService(*this, stream).serve();
+}
+
+qint64 SimulatedPhone::operations() const
+{
+    const std::lock_guard lock(_mutex);
+    return _operations;
+}
+
+qint64 SimulatedPhone::operations(quint64 code) const
+{
+    const std::lock_guard lock(_mutex);
+    return _byCode.value(code);
+}
+
+qint64 SimulatedPhone::writes() const
+{
+    const std::lock_guard lock(_mutex);
+    return _writes;
+}
+
+std::vector<quint64> SimulatedPhone::readRequests() const
+{
+    const std::lock_guard lock(_mutex);
+    return _readRequests;
+}
+
+QStringList SimulatedPhone::requests() const
+{
+    const std::lock_guard lock(_mutex);
+    return _requests;
+}
+
+void SimulatedPhone::forget()
+{
+    const std::lock_guard lock(_mutex);
+    _operations = 0;
+    _writes = 0;
+    _byCode.clear();
+    _readRequests.clear();
+    _requests.clear();
+}
+
+void SimulatedPhone::record(quint64 operation, bool writes)
+{
+    const std::lock_guard lock(_mutex);
+    ++_operations;
+    ++_byCode[operation];
+    if (writes)
+        ++_writes;
+}
+
+void SimulatedPhone::recordRead(quint64 size)
+{
+    constexpr std::size_t MostKept = 100'000;
+    const std::lock_guard lock(_mutex);
+    if (_readRequests.size() < MostKept)
+        _readRequests.push_back(size);
+}
+
+void SimulatedPhone::recordRequest(const QString& request)
+{
+    const std::lock_guard lock(_mutex);
+    _requests.append(request);
+}
+
+quint16 SimulatedPhone::newPort()
+{
+    const std::lock_guard lock(_mutex);
+    return _nextPort++;
+}
+
+qint64 SimulatedPhone::takeBytes(qint64 bytes)
+{
+    const std::lock_guard lock(_mutex);
+    if (_faults.cutAfterBytes < 0)
+        return bytes;
+    const qint64 taken = std::min(bytes, _faults.cutAfterBytes);
+    _faults.cutAfterBytes -= taken;
+    return taken;
+}

@@ -1,0 +1,104 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+
+#include <condition_variable>
+#include <cstdint>
+#include <mutex>
+#include <optional>
+
+class PhoneStream;
+
+/// What is wrong with a simulated phone.
+struct PhoneFaults {
+    /// Reads answered with an error.
+    struct BadRange {
+        QString file; ///< what the path ends in
+        qint64 first = 0;
+        qint64 end = 0;
+        quint64 status = 4;
+    };
+
+    bool hasRecord = true;    ///< the computer keeps a record of the pairing
+    bool knowsHost = true;    ///< the phone still knows the computer
+    bool locked = false;      ///< by its pass code
+    bool hangsAtDoor = false; ///< never answers when it is addressed
+    bool garbageAtDoor = false;
+    bool noServiceHandle = false; ///< starts services at no port
+    QString serviceError;         ///< why it starts no services
+
+    quint64 longestRead = UINT64_MAX;
+    std::optional<BadRange> badRange;
+    int slowMilliseconds = 0; ///< before each answer
+    qint64 cutAfterBytes =
+        -1; ///< ends the file service's connection after so many bytes of answers
+    qint64 garbageAfterOperations = -1;
+    qint64 hangAfterOperations = -1;
+    bool foreverFull = false;                  ///< files never end
+    QHash<QString, QByteArray> sizes;          ///< sizes to claim, by path
+    QHash<QString, QByteArrayList> extraNames; ///< names to list besides, by folder
+};
+
+/// One phone: its identity, its files, what is wrong with it, and what was asked of it. Its
+/// connections are served on threads of their own, and all may be called from any thread.
+class SimulatedPhone
+{
+public:
+    struct Identity {
+        QString identifier;
+        QString root; ///< the folder with its files
+        QString name = QStringLiteral("Sample Phone");
+        QString version = QStringLiteral("15.2");
+        bool tls = true;
+    };
+
+    explicit SimulatedPhone(Identity identity);
+
+    [[nodiscard]] const Identity& identity() const { return _identity; }
+
+    /// What is wrong from now on.
+    void setFaults(const PhoneFaults& faults);
+    [[nodiscard]] PhoneFaults faults() const;
+    /// Lets go whoever waits in a hanging phone, as pulling it out does.
+    void release();
+
+    /// Answers the phone's own service, and the service behind a port that it named.
+    void serveLockdown(PhoneStream& stream);
+    void serve(quint16 port, PhoneStream& stream);
+
+    /// Operations of the file service so far: all, those that ask for attributes, and those that
+    /// write or could.
+    [[nodiscard]] qint64 operations() const;
+    [[nodiscard]] qint64 operations(quint64 code) const;
+    [[nodiscard]] qint64 writes() const;
+    /// The sizes that were asked for, one after another.
+    [[nodiscard]] std::vector<quint64> readRequests() const;
+    /// What was asked of the phone's own service, one after another.
+    [[nodiscard]] QStringList requests() const;
+    void forget();
+
+    // For the services of the phone.
+    void record(quint64 operation, bool writes);
+    void recordRead(quint64 size);
+    void recordRequest(const QString& request);
+    quint16 newPort();
+    /// Waits until the phone is released or the connection cut.
+    void hang(const PhoneStream& stream);
+    /// How many of `bytes` answers the file service may still send before its connection ends.
+    qint64 takeBytes(qint64 bytes);
+
+private:
+    const Identity _identity;
+    mutable std::mutex _mutex;
+    std::condition_variable _released;
+    quint64 _releases = 0;
+    PhoneFaults _faults;
+    quint16 _nextPort = 50000;
+    qint64 _operations = 0;
+    qint64 _writes = 0;
+    QHash<quint64, qint64> _byCode;
+    std::vector<quint64> _readRequests;
+    QStringList _requests;
+};
