@@ -15,6 +15,12 @@ QString Program::version()
     return QStringLiteral("2.5.1");
 }
 
+QString Program::notice()
+{
+    return QStringLiteral(
+        "Copyright © 2026 the Zell authors. Free software under the MIT license.");
+}
+
 QString Program::supportAddress()
 {
     return QStringLiteral("support@zell.example");

@@ -11,6 +11,8 @@ public:
     /// Full product name: the window's title.
     static QString fullName();
     static QString version();
+    /// The line about rights in the about box.
+    static QString notice();
     /// Where a person sends a crash report.
     static QString supportAddress();
     /// Base name of the help document (a PDF) in the resources.

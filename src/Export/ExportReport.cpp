@@ -57,17 +57,20 @@ QByteArray ExportItem::toJson() const
 ExportReport::ExportReport()
     : _log(PathName::join(Utility::logFolder(), u"export.log"))
 {
-    // Without a log the job still runs; its host has the items.
-    (void)_log.open(QIODevice::WriteOnly | QIODevice::Truncate);
 }
 
 void ExportReport::add(ExportItem item)
 {
+    // Not before the first item: an export that is given up at once leaves the last log alone.
+    // Without a log the job still runs; its host has the items.
+    if (_items.empty())
+        (void)_log.open(QIODevice::WriteOnly | QIODevice::Truncate);
     if (_log.isOpen()) {
         _log.write(item.toJson() + '\n');
         _log.flush();
     }
     _failureCount += item.isFailure() ? 1 : 0;
+    _notCopiedCount += item.isNotCopied() ? 1 : 0;
     _items.push_back(std::move(item));
 }
 

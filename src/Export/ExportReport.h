@@ -28,6 +28,8 @@ struct ExportItem {
 
     /// The item neither was copied nor was meant to be left alone.
     [[nodiscard]] bool isFailure() const;
+    /// The computer does not have the item now: it failed, or the export was stopped before.
+    [[nodiscard]] bool isNotCopied() const { return isFailure() || result == Result::Stopped; }
     /// One JSON object without a line break, with the keys kind, title, from, to, bytes, result
     /// and why.
     [[nodiscard]] QByteArray toJson() const;
@@ -40,12 +42,13 @@ struct ExportItem {
 class ExportReport
 {
 public:
-    /// Starts an empty report and an empty log.
+    /// An empty report; the log of the export before stays until the first item.
     ExportReport();
 
     void add(ExportItem item);
     [[nodiscard]] const std::vector<ExportItem>& items() const { return _items; }
     [[nodiscard]] std::size_t failureCount() const { return _failureCount; }
+    [[nodiscard]] std::size_t notCopiedCount() const { return _notCopiedCount; }
     [[nodiscard]] QString logPath() const { return _log.fileName(); }
     /// Writes the lines of all items to `path`; empty, or the system's words why it failed.
     [[nodiscard]] QString writeTo(const QString& path) const;
@@ -53,5 +56,6 @@ public:
 private:
     std::vector<ExportItem> _items;
     std::size_t _failureCount = 0;
+    std::size_t _notCopiedCount = 0;
     QFile _log;
 };

@@ -70,8 +70,17 @@ TEST(ExportReportTest, LeavesALogThatGrowsWithTheExport)
     const QTemporaryDir folder;
     EXPECT_EQ(report.writeTo(folder.filePath("report")), "");
     EXPECT_EQ(Files::read(folder.filePath("report")), Files::read(report.logPath()));
-    const ExportReport next;
-    EXPECT_EQ(Files::read(next.logPath()), "");
+}
+
+TEST(ExportReportTest, LeavesTheLastLogUntilTheFirstItem)
+{
+    ExportReport last;
+    last.add(item("One", Result::Copied));
+    last.add(item("Two", Result::Copied));
+    ExportReport next;
+    EXPECT_EQ(Files::read(next.logPath()).count('\n'), 2);
+    next.add(item("Three", Result::Copied));
+    EXPECT_EQ(Files::read(next.logPath()).count('\n'), 1);
 }
 
 TEST(ExportReportTest, SaysWhyItCannotBeWritten)
