@@ -1,8 +1,7 @@
 #include "Window/ExportWorker.h"
 
-#include "Device/Device.h"
-#include "Export/ExportJob.h"
 #include "Base/Mailbox.h"
+#include "Device/Device.h"
 
 #include <condition_variable>
 #include <mutex>
@@ -20,16 +19,17 @@ struct Question {
 };
 } // namespace
 
-ExportWorker::ExportWorker(std::shared_ptr<Device> device, const Config& config, ExportHost& window,
-                           Mailbox& mailbox, ShowChunk showChunk, Body body)
-    : _config(config)
+ExportWorker::ExportWorker(const std::shared_ptr<Device>& device, const Config& config,
+                           JobWindow& window, Mailbox& mailbox, ShowChunk showChunk, Ended ended,
+                           Body body)
+    : _device(device)
+    , _config(config)
     , _window(window)
     , _mailbox(mailbox)
     , _showChunk(std::move(showChunk))
-    , _report(std::make_unique<ExportReport>())
-    , _thread([this, device = std::move(device), body = std::move(body)] {
-        ExportJob job(device, _config, *this, *_report, _toStop);
-        body(job);
+    , _thread([this, ended = std::move(ended), body = std::move(body)] {
+        body({_device, _config, *this, _toStop});
+        _mailbox.post(ended);
     })
 {
 }
@@ -62,7 +62,7 @@ bool ExportWorker::exported(double progress)
 
 template <typename Answer>
 std::optional<Answer>
-ExportWorker::ask(std::function<std::optional<Answer>(ExportHost& window)> put)
+ExportWorker::ask(std::function<void(JobWindow& window, const JobWindow::Reply<Answer>& reply)> put)
 {
     const auto question = std::make_shared<Question<Answer>>();
     _mailbox.post([question, put = std::move(put), &window = _window] {
@@ -71,11 +71,12 @@ ExportWorker::ask(std::function<std::optional<Answer>(ExportHost& window)> put)
             if (question->withdrawn) // the job that asked is gone
                 return;
         }
-        std::optional<Answer> answer = put(window);
-        const std::lock_guard lock(question->mutex);
-        question->answer = std::move(answer);
-        question->done = true;
-        question->answered.notify_one();
+        put(window, [question](const std::optional<Answer>& answer) {
+            const std::lock_guard lock(question->mutex);
+            question->answer = answer;
+            question->done = true;
+            question->answered.notify_one();
+        });
     });
     std::unique_lock lock(question->mutex);
     // Whoever closes the window waits for this thread: it must not wait for the window then.
@@ -106,16 +107,16 @@ void ExportWorker::showFinish(bool canceled, bool alert)
 
 std::optional<ClashAnswer> ExportWorker::askClash(const QString& path)
 {
-    return ask<ClashAnswer>([path](ExportHost& window) { return window.askClash(path); });
+    return ask<ClashAnswer>(
+        [path](JobWindow& window, const auto& reply) { window.askClash(path, reply); });
 }
 
 std::optional<bool> ExportWorker::checkToiTunes()
 {
-    return ask<bool>([](ExportHost& window) { return window.checkToiTunes(); });
+    return ask<bool>([](JobWindow& window, const auto& reply) { window.checkToiTunes(reply); });
 }
 
 void ExportWorker::exportToiTunes(const QString& path, const std::vector<Playlist*>& playlists)
 {
-    // On this thread: another application may take its time to answer.
     _window.exportToiTunes(path, playlists);
 }

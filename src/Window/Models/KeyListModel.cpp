@@ -29,3 +29,10 @@ QVariant KeyListModel::data(const QModelIndex& index, int role) const
         return QStringLiteral("All (%1 %2)").arg(_keys.size() - 1).arg(_level);
     return key;
 }
+
+QVariant KeyListModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (section != 0 || orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return {};
+    return _level;
+}

@@ -58,10 +58,18 @@ std::vector<Track*> TrackTableModel::checkedTracks() const
 
 void TrackTableModel::setChecked(const std::vector<int>& rows, bool checked)
 {
+    int first = rowCount();
+    int last = -1;
     for (const int row : rows) {
-        if (row >= 0 && row < rowCount())
-            setData(index(row, Check), checked ? Qt::Checked : Qt::Unchecked, Qt::CheckStateRole);
+        if (row < 0 || row >= rowCount())
+            continue;
+        _rows[std::size_t(row)]->checked = checked;
+        first = std::min(first, row);
+        last = std::max(last, row);
     }
+    // One word for all: a view answers each with a look at its rows.
+    if (last >= 0)
+        Q_EMIT dataChanged(index(first, Check), index(last, Check), {Qt::CheckStateRole});
 }
 
 void TrackTableModel::setAllChecked(bool checked)

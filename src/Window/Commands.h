@@ -1,0 +1,40 @@
+#pragma once
+
+/// What a menu item or a shortcut does. The names are those of the operations behind them.
+enum class Command {
+    exportSelectedPlaylist,
+    exportSelectedPhotoAlbum,
+    exportAllMedia,
+    exportAllMusic,
+    exportAllMovies,
+    exportAllTVShows,
+    exportAllPodcasts,
+    exportAllAudiobooks,
+    exportAllRingtones,
+    exportAllBooks,
+    exportAllCameraRoll,
+    exportAllPlaylists,
+    exportAllVoiceMemos,
+    exportAllPhotos,
+    exportCheckedTracks,
+    exportSelectedPhotos,
+    checkAll,
+    uncheckAll,
+    checkSelected,
+    uncheckSelected,
+    selectAll,
+    invertSelection,
+    clearSelection,
+    switchBrowser,
+    exportOrStop, ///< the Export button
+    stop,
+    play,
+    find,
+    showPref,
+    showAbout,
+    hide,
+    quit,
+    help,
+    openLog,
+    showReport
+};

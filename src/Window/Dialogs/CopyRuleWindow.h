@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Export/ClashRule.h"
+
+#include <QDialog>
+
+#include <functional>
+#include <optional>
+
+class QCheckBox;
+class QLabel;
+class RadioMatrix;
+
+/// Asks what to do about a file that exists already.
+class CopyRuleWindow final : public QDialog
+{
+    Q_OBJECT
+public:
+    explicit CopyRuleWindow(QWidget* parent = nullptr);
+
+    /// Shows the question, modally, and deletes itself when it is closed. `reply` gets the
+    /// answer, or none when the person gives up the whole export.
+    void ask(const QString& path,
+             const std::function<void(const std::optional<ClashAnswer>& answer)>& reply);
+
+public Q_SLOTS:
+    /// Goes on with the chosen rule.
+    void stopCopyRule() { accept(); }
+    /// Gives up the export.
+    void abortCopyRule() { reject(); }
+
+private:
+    [[nodiscard]] std::optional<ClashAnswer> answer(int result) const;
+
+    QLabel* _tfCopyRule;
+    RadioMatrix* _mCopyRule1;
+    QCheckBox* _btnAskLater;
+};

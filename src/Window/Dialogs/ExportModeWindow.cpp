@@ -1,0 +1,59 @@
+#include "Window/Dialogs/ExportModeWindow.h"
+
+#include "Base/Program.h"
+#include "Window/Dialogs/RadioMatrix.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace
+{
+constexpr int FoldersAndMusicApplication = 1; ///< the row
+}
+
+ExportModeWindow::ExportModeWindow(QWidget* parent)
+    : QDialog(parent)
+    , _mExportMode(new RadioMatrix({tr("To &folders only"),
+                                    tr("To folders, and add to the &music application")}))
+{
+    setObjectName(QStringLiteral("_winExportMode"));
+    setWindowTitle(Program::briefName());
+    setWindowModality(Qt::ApplicationModal);
+    setAttribute(Qt::WA_DeleteOnClose);
+    _mExportMode->setObjectName(QStringLiteral("_mExportMode"));
+    _mExportMode->setAccessibleName(tr("Export mode"));
+    _mExportMode->disableRow(FoldersAndMusicApplication,
+                             tr("No music application that can take files was found."));
+    auto* question = new QLabel(tr("Where do you want to export to?"));
+    QFont bold = question->font();
+    bold.setBold(true);
+    question->setFont(bold);
+
+    auto* buttons = new QDialogButtonBox;
+    buttons->addButton(tr("Export"), QDialogButtonBox::AcceptRole)->setDefault(true);
+    buttons->addButton(QDialogButtonBox::Cancel);
+    connect(buttons, &QDialogButtonBox::accepted, this, &ExportModeWindow::stopExportMode);
+    connect(buttons, &QDialogButtonBox::rejected, this, &ExportModeWindow::cancelExportMode);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(20, 20, 20, 16);
+    layout->setSpacing(14);
+    layout->addWidget(question);
+    layout->addWidget(_mExportMode);
+    layout->addStretch();
+    layout->addWidget(buttons);
+}
+
+void ExportModeWindow::checkToiTunes(
+    const std::function<void(const std::optional<bool>& toiTunes)>& reply)
+{
+    connect(this, &QDialog::finished, this, [this, reply](int result) {
+        if (result == Accepted)
+            reply(_mExportMode->selectedRow() == FoldersAndMusicApplication);
+        else
+            reply(std::nullopt);
+    });
+    show();
+}

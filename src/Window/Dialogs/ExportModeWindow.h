@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QDialog>
+
+#include <functional>
+#include <optional>
+
+class RadioMatrix;
+
+/// Asks before a media export whether the files also go to the music application.
+class ExportModeWindow final : public QDialog
+{
+    Q_OBJECT
+public:
+    explicit ExportModeWindow(QWidget* parent = nullptr);
+
+    /// Shows the question, modally, and deletes itself when it is closed. `reply` gets whether
+    /// to add the files, or no answer when the export is given up. Where no music application
+    /// can take them, that choice is there but cannot be made.
+    void checkToiTunes(const std::function<void(const std::optional<bool>& toiTunes)>& reply);
+
+public Q_SLOTS:
+    void stopExportMode() { accept(); }
+    void cancelExportMode() { reject(); }
+
+private:
+    RadioMatrix* _mExportMode;
+};

@@ -1,0 +1,136 @@
+#include "Window/Dialogs/PreferencesWindow.h"
+
+#include "Export/ClashRule.h"
+#include "Window/Dialogs/RadioMatrix.h"
+#include "Window/Icons.h"
+
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace
+{
+constexpr int FieldWidth = 420;
+
+/// In the order of Config::Folder.
+constexpr std::array<const char*, Config::FolderCount> FieldNames = {
+    "_tfMusic", "_tfMovies",    "_tfTVShows",    "_tfPodcasts",   "_tfAudiobooks", "_tfRingtones",
+    "_tfBooks", "_tfPlaylists", "_tfVoiceMemos", "_tfCameraRoll", "_tfPhotos"};
+constexpr std::array<const char*, Config::FolderCount> IconNames = {
+    "music", "movies",    "tvshows",    "podcasts",   "audiobooks", "ringtones",
+    "books", "playlists", "voicememos", "cameraroll", "photos"};
+} // namespace
+
+PreferencesWindow::PreferencesWindow(Config& config, QWidget* parent)
+    : QDialog(parent)
+    , _config(config)
+    , _mCopyRule(new RadioMatrix({tr("&Ask each time"), tr("&Keep both, under a numbered name"),
+                                  tr("&Overwrite the file that is there"), tr("&Skip the item")}))
+    , _hint(new QLabel)
+{
+    setObjectName(QStringLiteral("_winPref"));
+    setWindowModality(Qt::ApplicationModal);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(tr("Preferences"));
+
+    auto* folders = new QGroupBox(tr("Export folders"));
+    auto* grid = new QGridLayout(folders);
+    grid->setColumnStretch(2, 1);
+    for (int i = 0; i < Config::FolderCount; ++i) {
+        const QString name = Config::folderName(Config::Folder(i));
+        auto* field = new QLineEdit;
+        field->setObjectName(QString::fromLatin1(FieldNames[std::size_t(i)]));
+        field->setAccessibleName(tr("Folder for %1").arg(name));
+        field->setMinimumWidth(FieldWidth);
+        connect(field, &QLineEdit::textChanged, this, &PreferencesWindow::validate);
+        auto* icon = new QLabel;
+        icon->setPixmap(Icons::named(QString::fromLatin1(IconNames[std::size_t(i)]))
+                            .pixmap(QSize(20, 20), devicePixelRatioF()));
+        auto* label = new QLabel(name + u':');
+        label->setBuddy(field);
+        auto* choose = new QToolButton;
+        choose->setObjectName(QStringLiteral("_btnChoose%1").arg(i + 1));
+        choose->setIcon(Icons::named(QStringLiteral("folder")));
+        choose->setToolTip(tr("Choose the folder for %1").arg(name));
+        choose->setAccessibleName(choose->toolTip());
+        connect(choose, &QToolButton::clicked, this, [this, i] { selectBackupFolder(i + 1); });
+        grid->addWidget(icon, i, 0);
+        grid->addWidget(label, i, 1);
+        grid->addWidget(field, i, 2);
+        grid->addWidget(choose, i, 3);
+        _fields[std::size_t(i)] = field;
+    }
+
+    auto* rule = new QGroupBox(tr("When a file exists already"));
+    _mCopyRule->setObjectName(QStringLiteral("_mCopyRule"));
+    _mCopyRule->setAccessibleName(rule->title());
+    (new QVBoxLayout(rule))->addWidget(_mCopyRule);
+
+    auto* buttons = new QDialogButtonBox;
+    _done = buttons->addButton(tr("Done"), QDialogButtonBox::AcceptRole);
+    _done->setDefault(true);
+    buttons->addButton(QDialogButtonBox::Cancel);
+    connect(buttons, &QDialogButtonBox::accepted, this, &PreferencesWindow::endPref);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+    auto* foot = new QHBoxLayout;
+    foot->addWidget(_hint, 1);
+    foot->addWidget(buttons);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(16, 16, 16, 12);
+    layout->setSpacing(12);
+    layout->addWidget(folders);
+    layout->addWidget(rule);
+    layout->addLayout(foot);
+}
+
+void PreferencesWindow::showPref()
+{
+    for (int i = 0; i < Config::FolderCount; ++i)
+        _fields[std::size_t(i)]->setText(_config.existingFolder(Config::Folder(i)));
+    const int rule = _config.copyRule();
+    // Any other number overwrites as well.
+    _mCopyRule->setSelectedRow(rule >= AskRule && rule <= SkipRule ? rule : OverwriteRule);
+    _fields[0]->setFocus();
+    show();
+}
+
+void PreferencesWindow::endPref()
+{
+    for (int i = 0; i < Config::FolderCount; ++i)
+        _config.setFolderPath(Config::Folder(i), _fields[std::size_t(i)]->text());
+    _config.setCopyRule(_mCopyRule->selectedRow());
+    _config.save();
+    accept();
+}
+
+void PreferencesWindow::selectBackupFolder(int tag)
+{
+    QLineEdit* field = tag >= 1 && tag <= Config::FolderCount ? _fields[std::size_t(tag - 1)]
+                                                              : nullptr;
+    if (!field)
+        return;
+    const QString chosen =
+        QFileDialog::getExistingDirectory(this, tr("Choose a folder"), field->text());
+    if (!chosen.isEmpty())
+        field->setText(chosen);
+}
+
+void PreferencesWindow::validate()
+{
+    // A relative path would lead to wherever the program happened to be started.
+    const bool allAbsolute = std::all_of(_fields.begin(), _fields.end(), [](QLineEdit* field) {
+        return !field || QDir::isAbsolutePath(field->text());
+    });
+    _done->setEnabled(allAbsolute);
+    _hint->setText(allAbsolute ? QString() : tr("Each folder needs a full path."));
+}

@@ -1,0 +1,422 @@
+#include "Window/MainWindowController.h"
+
+#include "Base/Program.h"
+#include "Base/Utility.h"
+#include "Device/Album.h"
+#include "Device/CameraRollDb.h"
+#include "Device/Device.h"
+#include "Device/PhotoDb.h"
+#include "Device/Playlist.h"
+#include "Device/TemporaryCopy.h"
+#include "Device/TrackDb.h"
+#include "Device/VoiceMemoDb.h"
+#include "Export/Config.h"
+#include "Platform/MediaPlayer.h"
+#include "Platform/Workspace.h"
+#include "Window/BrowserPane.h"
+#include "Window/DeviceBox.h"
+#include "Window/Dialogs/AboutWindow.h"
+#include "Window/Dialogs/Alert.h"
+#include "Window/Dialogs/PreferencesWindow.h"
+#include "Window/Dialogs/ReportWindow.h"
+#include "Window/ExportCommands.h"
+#include "Window/HelpDocument.h"
+#include "Window/JobController.h"
+#include "Window/MainMenu.h"
+#include "Window/PhotoGrid.h"
+#include "Window/SourceList.h"
+#include "Window/StatusBar.h"
+#include "Window/TrackTable.h"
+
+#include <QGuiApplication>
+#include <QLineEdit>
+#include <QMessageBox>
+
+namespace
+{
+MainWindowController* theController = nullptr;
+
+/// Shows that the program is at work while it reads a device.
+class WaitCursor
+{
+public:
+    WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+};
+} // namespace
+
+MainWindowController* MainWindowController::instance()
+{
+    return theController;
+}
+
+QMenu* MainWindowController::menuCollectionView()
+{
+    return theController ? theController->_menu->collectionViewMenu() : nullptr;
+}
+
+MainWindowController::MainWindowController()
+{
+    awakeFromNib();
+}
+
+MainWindowController::~MainWindowController()
+{
+    Device::uninit();
+    delete _jobs; // a job must end before the delegate that its copies ask goes
+    Device::setDelegate(nullptr);
+    _window.reset();
+    theController = nullptr;
+}
+
+void MainWindowController::awakeFromNib()
+{
+    theController = this;
+    Utility::clearLog();
+    MediaPlayer::removeOldCopies();
+    TemporaryCopy::removeLeftovers();
+    _window = std::make_unique<MainWindow>(_trackBrowser);
+    _jobs = new JobController(*_window, _notifier);
+    _menu = new MainMenu(*_window, [this] { return menuState(); });
+    _exports = std::make_unique<ExportCommands>(*_window, *_jobs);
+    wire();
+    _window->restoreLayout();
+    refreshUI();
+    showBrowser();
+}
+
+void MainWindowController::start()
+{
+    _window->show();
+    // Reading devices takes a moment; the window is there before it.
+    QMetaObject::invokeMethod(
+        this, [this] { startDevices(); }, Qt::QueuedConnection);
+}
+
+void MainWindowController::startDevices()
+{
+    const WaitCursor wait;
+    Device::setDelegate(this); // before the families start, so that no arrival is missed
+    std::vector<std::shared_ptr<Device>> devices;
+    for (const auto& [key, device] : Device::init())
+        devices.push_back(device);
+    _window->devices().setDevices(devices);
+    if (!devices.empty())
+        _window->status().setInfo(QStringLiteral("iPod Connected!"));
+    refreshUI();
+    showBrowser();
+}
+
+void MainWindowController::wire()
+{
+    MainWindow& window = *_window;
+    connect(&window.devices(), &DeviceBox::currentDeviceChanged, this,
+            &MainWindowController::comboBoxSelectionDidChange);
+    connect(&window.sources(), &SourceList::outlineViewSelectionDidChange, this,
+            &MainWindowController::outlineViewSelectionDidChange);
+    connect(&window.browser(), &BrowserPane::tracksChanged, this,
+            [this] { _window->tracks().setTracks(_trackBrowser.filteredTracks()); });
+    connect(&window.searchField(), &QLineEdit::textChanged, this,
+            &MainWindowController::controlTextDidChange);
+    connect(&window.status(), &StatusBar::exportClicked, this, [this] { _exports->exportOrStop(); });
+    connect(&window.status(), &StatusBar::playClicked, this, [this] { _exports->play(); });
+    connect(&window.status(), &StatusBar::failureLineClicked, this,
+            &MainWindowController::showReport);
+    connect(&window, &MainWindow::helpClicked, this, &MainWindowController::help);
+    connect(_jobs, &JobController::isExportChanged, this, &MainWindowController::refreshUI);
+    connect(_menu, &MainMenu::triggered, this, &MainWindowController::perform);
+    connect(_menu, &MainMenu::openBackupFolder, this, &MainWindowController::openBackupFolder);
+    connect(&window.tracks(), &TrackTable::stateChanged, _menu, &MainMenu::stateChanged);
+    connect(&window.photos(), &PhotoGrid::stateChanged, _menu, &MainMenu::stateChanged);
+    window.sources().setMenu(_menu->sourceListMenu());
+    window.tracks().setMenu(_menu->tableMenu());
+    window.photos().setMenu(menuCollectionView());
+    window.setMayClose([this] { return mayClose(); });
+}
+
+const std::shared_ptr<Device>& MainWindowController::currentDevice() const
+{
+    return _window->devices().currentDevice();
+}
+
+// Devices
+
+void MainWindowController::deviceConnected(const std::shared_ptr<Device>& device)
+{
+    const WaitCursor wait;
+    _window->devices().deviceConnected(device);
+    _window->status().setInfo(QStringLiteral("iPod Connected!"));
+}
+
+void MainWindowController::deviceDisconnected(const std::shared_ptr<Device>& device)
+{
+    _jobs->deviceDisconnected(*device);
+    if (_window->devices().deviceDisconnected(*device))
+        _window->status().setInfo(QStringLiteral("iPod Disconnected!"));
+}
+
+void MainWindowController::deviceFailed(const QString& words, const QString& exactText)
+{
+    _window->status().setInfo(QStringLiteral("%1 (%2)").arg(words, exactText));
+}
+
+bool MainWindowController::exported(double progress)
+{
+    return _jobs->exported(progress);
+}
+
+void MainWindowController::comboBoxSelectionDidChange()
+{
+    const WaitCursor wait;
+    // Nothing of the former device may stay in view: it may be gone.
+    _window->photos().setPhotos({}, nullptr);
+    _window->sources().setDevice(nullptr);
+    outlineViewSelectionDidChange();
+    Device* device = currentDevice().get();
+    _window->showLibrary(device != nullptr);
+    if (device) {
+        _window->sources().setDevice(device);
+        _window->sources().selectFirstRow();
+    }
+    refreshUI();
+}
+
+void MainWindowController::refreshUI()
+{
+    const bool device = currentDevice() != nullptr;
+    const bool exporting = _jobs->isExport();
+    // While a job runs the button stops it, whether its device is still there or not.
+    _window->status().setButtonsEnabled(device || exporting, device && !exporting);
+    _menu->stateChanged();
+}
+
+// The source list, the browser and the search
+
+void MainWindowController::outlineViewSelectionDidChange()
+{
+    {
+        const QSignalBlocker blocker(_window->searchField());
+        _window->searchField().clear();
+    }
+    _trackBrowser.clear();
+    _window->browser().reload();
+    _window->tracks().setTracks(nullptr);
+    _menu->stateChanged();
+    Device* device = currentDevice().get();
+    const auto kind = _window->sources().selectedKind();
+    if (!device || !kind)
+        return;
+
+    using Kind = SourceList::Kind;
+    TrackDb* library = device->trackDb();
+    if (const auto category = SourceListModel::browsableCategory(*kind)) {
+        if (library)
+            _trackBrowser.showCategory(library->category(*category));
+        _window->browser().reload();
+        _window->showTracks();
+        showBrowser();
+        return;
+    }
+    switch (*kind) {
+    case Kind::Ringtones:
+        showTracks(library ? library->ringtones().tracks(CategoryIndex::AllKey)
+                           : std::vector<Track*>());
+        break;
+    case Kind::Playlists:
+        showTracks(library ? library->tracks() : std::vector<Track*>());
+        break;
+    case Kind::Playlist:
+        showTracks(_window->sources().selectedPlaylist()->tracks);
+        break;
+    case Kind::VoiceMemos:
+        showTracks(device->voiceMemoDb()->memos());
+        break;
+    case Kind::CameraRoll:
+        showPhotos(device->cameraRollDb()->photos(), &device->cameraRollDb()->previews());
+        break;
+    case Kind::Photos:
+        if (PhotoDb* photos = device->photoDb())
+            showPhotos(photos->photos(), &photos->previews());
+        else
+            showPhotos({}, nullptr);
+        break;
+    case Kind::Album:
+        showPhotos(_window->sources().selectedAlbum()->photos, &device->photoDb()->previews());
+        break;
+    default:
+        break;
+    }
+}
+
+void MainWindowController::showTracks(const std::vector<Track*>& tracks)
+{
+    _trackBrowser.showTracks(tracks);
+    _window->tracks().setTracks(_trackBrowser.filteredTracks());
+    _window->showTracks();
+    showBrowser();
+}
+
+void MainWindowController::showPhotos(const std::vector<Photo*>& photos,
+                                      const PreviewPass* previews)
+{
+    _window->showPhotos();
+    _window->photos().setPhotos(photos, previews);
+}
+
+void MainWindowController::controlTextDidChange()
+{
+    _trackBrowser.search(_window->searchField().text());
+    _window->tracks().setTracks(_trackBrowser.filteredTracks());
+}
+
+void MainWindowController::showBrowser()
+{
+    _window->showBrowser(!Config::instance().hideBrowser() && _window->sources().canShowBrowser());
+}
+
+void MainWindowController::switchBrowser()
+{
+    _window->saveLayout();
+    Config& config = Config::instance();
+    config.setHideBrowser(!config.hideBrowser());
+    config.save();
+    showBrowser();
+    _menu->stateChanged();
+}
+
+// Commands
+
+MenuState MainWindowController::menuState()
+{
+    MenuState state;
+    Device* device = currentDevice().get();
+    state.device = device != nullptr;
+    // The list knows which readers the device has; to ask it again could take its time.
+    state.cameraRoll = _window->sources().hasRow(SourceList::Kind::CameraRoll);
+    state.voiceMemos = _window->sources().hasRow(SourceList::Kind::VoiceMemos);
+    state.playlistSelected = _window->sources().selectedPlaylist() != nullptr;
+    state.albumSelected = _window->sources().selectedAlbum() != nullptr;
+    state.tracksShown = !_window->tracks().tracks().empty();
+    state.trackChecked = _window->tracks().hasCheckedTrack();
+    state.trackRowSelected = _window->tracks().hasSelectedRow();
+    state.photosShown = !_window->photos().photos().empty();
+    state.photoSelected = _window->photos().hasSelection();
+    state.canShowBrowser = _window->sources().canShowBrowser();
+    state.browserHidden = Config::instance().hideBrowser();
+    state.exporting = _jobs->isExport();
+    state.reportThere = _jobs->report() != nullptr;
+    return state;
+}
+
+void MainWindowController::perform(Command command)
+{
+    if (!MenuValidation::validateMenuItem(command, menuState()) || _exports->perform(command))
+        return;
+    switch (command) {
+    case Command::stop:
+        _jobs->requestStop();
+        break;
+    case Command::play:
+        _exports->play();
+        break;
+    case Command::checkAll:
+    case Command::uncheckAll:
+        _window->tracks().checkAll(command == Command::checkAll);
+        break;
+    case Command::checkSelected:
+    case Command::uncheckSelected:
+        _window->tracks().checkSelected(command == Command::checkSelected);
+        break;
+    case Command::selectAll:
+        _window->photos().selectAll();
+        break;
+    case Command::invertSelection:
+        _window->photos().invertSelection();
+        break;
+    case Command::clearSelection:
+        _window->photos().clearSelection();
+        break;
+    case Command::switchBrowser:
+        switchBrowser();
+        break;
+    case Command::find:
+        _window->searchField().setFocus(Qt::ShortcutFocusReason);
+        _window->searchField().selectAll();
+        break;
+    case Command::showPref:
+        (new PreferencesWindow(Config::instance(), _window.get()))->showPref();
+        break;
+    case Command::showAbout:
+        (new AboutWindow(_window.get()))->showAbout();
+        break;
+    case Command::hide:
+        _window->showMinimized();
+        break;
+    case Command::quit:
+        _window->close();
+        break;
+    case Command::help:
+        help();
+        break;
+    case Command::openLog:
+        Workspace::revealInFileManager(Utility::logFolder());
+        break;
+    case Command::showReport:
+        showReport();
+        break;
+    default:
+        break;
+    }
+}
+
+void MainWindowController::openBackupFolder(int tag)
+{
+    if (tag >= 0 && tag < Config::FolderCount)
+        Workspace::revealInFileManager(Config::instance().existingFolder(Config::Folder(tag)));
+}
+
+void MainWindowController::help()
+{
+    const QString document = HelpDocument::path();
+    if (document.isEmpty() || !Workspace::openFile(document)) {
+        Alert::show(*_window, QStringLiteral("_alertHelp"), Program::briefName(),
+                    tr("The help document could not be opened."));
+    }
+}
+
+void MainWindowController::showReport()
+{
+    if (const ExportReport* report = _jobs->report())
+        (new ReportWindow(*report, _window.get()))->show();
+}
+
+bool MainWindowController::mayClose()
+{
+    if (!_jobs->isBusy())
+        return true;
+    askToStopAndQuit();
+    return false; // until the job has ended
+}
+
+void MainWindowController::askToStopAndQuit()
+{
+    auto* box = new QMessageBox(QMessageBox::Question, Program::briefName(),
+                                tr("An export is running. Do you want to stop it and quit?"),
+                                QMessageBox::NoButton, _window.get());
+    box->setObjectName(QStringLiteral("_alertQuit"));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowModality(Qt::ApplicationModal);
+    box->addButton(tr("Stop and Quit"), QMessageBox::AcceptRole);
+    box->addButton(tr("Go On"), QMessageBox::RejectRole);
+    connect(box, &QMessageBox::accepted, this, [this] {
+        if (!_jobs->isBusy()) { // it ended while the question stood there
+            _window->close();
+            return;
+        }
+        connect(_jobs, &JobController::idle, _window.get(), &QWidget::close);
+        _jobs->stopForQuit();
+    });
+    box->show();
+}

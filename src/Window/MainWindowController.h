@@ -1,0 +1,80 @@
+#pragma once
+
+#include "Device/DeviceDelegate.h"
+#include "Platform/Notifier.h"
+#include "Window/Commands.h"
+#include "Window/MainWindow.h"
+#include "Window/TrackBrowser.h"
+
+#include <QObject>
+
+class ExportCommands;
+class JobController;
+class MainMenu;
+class PreviewPass;
+class QMenu;
+struct MenuState;
+struct Photo;
+
+/// The controller of the one window: it starts the device families, follows the person's choices
+/// and hands commands to whom they concern. Lives on the window's thread from start to end.
+class MainWindowController final : public QObject, public DeviceDelegate
+{
+    Q_OBJECT
+public:
+    /// The controller; null before it is made.
+    static MainWindowController* instance();
+    /// The context menu of the photo grid.
+    static QMenu* menuCollectionView();
+
+    MainWindowController();
+    ~MainWindowController() override;
+
+    /// Shows the window, and starts the device families once it is up. Call it once.
+    void start();
+
+    void deviceConnected(const std::shared_ptr<Device>& device) override;
+    void deviceDisconnected(const std::shared_ptr<Device>& device) override;
+    void deviceFailed(const QString& words, const QString& exactText) override;
+    bool exported(double progress) override;
+
+    [[nodiscard]] MainWindow& window() { return *_window; }
+    [[nodiscard]] JobController& jobs() { return *_jobs; }
+    [[nodiscard]] MainMenu& menu() { return *_menu; }
+    [[nodiscard]] const TrackBrowser& trackBrowser() const { return _trackBrowser; }
+
+    /// Carries out a command if it is possible now.
+    void perform(Command command);
+    /// Shows an export folder, by its place in the preferences counted from 0; other tags do
+    /// nothing.
+    void openBackupFolder(int tag);
+
+private:
+    void awakeFromNib();
+    void startDevices();
+    void wire();
+
+    void comboBoxSelectionDidChange();
+    void outlineViewSelectionDidChange();
+    void showTracks(const std::vector<Track*>& tracks);
+    void showPhotos(const std::vector<Photo*>& photos, const PreviewPass* previews);
+    void controlTextDidChange();
+    void showBrowser();
+    void switchBrowser();
+    void refreshUI();
+
+    [[nodiscard]] const std::shared_ptr<Device>& currentDevice() const;
+    [[nodiscard]] MenuState menuState();
+
+    void help();
+    void showReport();
+    bool mayClose();
+    void askToStopAndQuit();
+
+    TrackBrowser _trackBrowser;
+    Notifier _notifier;
+    std::unique_ptr<MainWindow> _window;
+    JobController* _jobs = nullptr; ///< both belong to the window
+    MainMenu* _menu = nullptr;
+    std::unique_ptr<ExportCommands> _exports;
+};

@@ -1,0 +1,83 @@
+#include "Window/Models/ReportModel.h"
+
+#include <array>
+
+namespace
+{
+QString outcome(ExportItem::Result result)
+{
+    switch (result) {
+    case ExportItem::Result::Copied:
+        return ReportModel::tr("Copied");
+    case ExportItem::Result::Skipped:
+        return ReportModel::tr("Skipped");
+    case ExportItem::Result::Missing:
+        return ReportModel::tr("Missing on the device");
+    case ExportItem::Result::Incomplete:
+        return ReportModel::tr("Not copied whole");
+    case ExportItem::Result::Failed:
+        return ReportModel::tr("Could not be written");
+    case ExportItem::Result::Stopped:
+        return ReportModel::tr("Stopped");
+    }
+    return {};
+}
+} // namespace
+
+ReportModel::ReportModel(const std::vector<ExportItem>& items, QObject* parent)
+    : QAbstractTableModel(parent)
+    , _items(items)
+{
+    showAll(false);
+}
+
+void ReportModel::showAll(bool all)
+{
+    beginResetModel();
+    _rows.clear();
+    for (std::size_t i = 0; i < _items.size(); ++i) {
+        if (all || _items[i].isNotCopied())
+            _rows.push_back(i);
+    }
+    endResetModel();
+}
+
+int ReportModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : int(_rows.size());
+}
+
+int ReportModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : int(ColumnCount);
+}
+
+QVariant ReportModel::data(const QModelIndex& index, int role) const
+{
+    if ((role != Qt::DisplayRole && role != Qt::ToolTipRole) ||
+        !checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const ExportItem& item = _items[_rows[std::size_t(index.row())]];
+    switch (index.column()) {
+    case Item:
+        return item.title.isEmpty() ? item.from : item.title;
+    case Outcome:
+        return outcome(item.result);
+    case Why:
+        return item.why;
+    case From:
+        return item.from;
+    default:
+        return item.to;
+    }
+}
+
+QVariant ReportModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 ||
+        section >= ColumnCount)
+        return {};
+    const std::array<QString, ColumnCount> titles = {tr("Item"), tr("What happened"), tr("Why"),
+                                                     tr("On the device"), tr("On the computer")};
+    return titles[std::size_t(section)];
+}
