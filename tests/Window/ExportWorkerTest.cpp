@@ -1,7 +1,9 @@
 #include "Window/ExportWorker.h"
 
-#include "Base/PathName.h"
 #include "Base/Mailbox.h"
+#include "Base/PathName.h"
+#include "Device/DeviceDelegate.h"
+#include "Export/ExportJob.h"
 #include "support/EventLoop.h"
 #include "support/PlayerFixture.h"
 
@@ -13,7 +15,7 @@ constexpr qsizetype Chunk = 1024 * 1024;
 
 /// A window in all but its widgets: it answers on its own thread, and its worker's copies ask it
 /// whether to go on.
-class WindowStandIn final : public ExportHost, public DeviceDelegate
+class WindowStandIn final : public JobWindow, public DeviceDelegate
 {
 public:
     WindowStandIn() { Device::setDelegate(this); }
@@ -25,17 +27,16 @@ public:
     void showFinish(bool canceled, bool /*alert*/) override
     {
         note(canceled ? "canceled" : "finished");
-        finished = true;
     }
-    std::optional<ClashAnswer> askClash(const QString& path) override
+    void askClash(const QString& path, const Reply<ClashAnswer>& reply) override
     {
         note("clash " + PathName::lastComponent(path));
-        return clashAnswer;
+        reply(clashAnswer);
     }
-    std::optional<bool> checkToiTunes() override
+    void checkToiTunes(const Reply<bool>& reply) override
     {
         note("mode?");
-        return false;
+        reply(false);
     }
     void exportToiTunes(const QString& /*path*/, const std::vector<Playlist*>&) override {}
     bool exported(double progress) override { return !worker || worker.load()->exported(progress); }
@@ -47,7 +48,7 @@ public:
     }
 
     QStringList told;
-    bool finished = false;
+    bool ended = false;
     double shown = 0;
     std::optional<ClashAnswer> clashAnswer = ClashAnswer{SkipRule, false};
     std::atomic<ExportWorker*> worker = nullptr;
@@ -67,12 +68,16 @@ protected:
         const std::vector<Track*> tracks = connect().trackDb()->tracks();
         worker = std::make_unique<ExportWorker>(
             device, config, window, mailbox, [this](double value) { window.shown = value; },
-            [tracks](ExportJob& job) { job.exportTracks(tracks); });
+            [this] { window.ended = true; },
+            [tracks, this](const JobContext& job) {
+                ExportJob(job.device, job.config, job.host, report, job.toStop)
+                    .exportTracks(tracks);
+            });
         window.worker = worker.get();
     }
     bool finishes()
     {
-        return waitUntil([this] { return window.finished; });
+        return waitUntil([this] { return window.ended; });
     }
 
     WindowStandIn window;
@@ -90,7 +95,7 @@ TEST_F(ExportWorkerTest, TellsTheWindowOnItsThreadInOrder)
     EXPECT_EQ(window.told, QStringList({"mode?", "begin 2", "Export One...", "copied",
                                         "Export Two...", "copied", "finished"}));
     EXPECT_EQ(Files::read(out("Music/Artist/Album/Two.mp3")), "second");
-    EXPECT_EQ(worker->report().items().size(), 2U);
+    EXPECT_EQ(report.items().size(), 2U);
 }
 
 TEST_F(ExportWorkerTest, WaitsForTheAnswerOfTheWindow)
@@ -114,8 +119,8 @@ TEST_F(ExportWorkerTest, StopsAtTheNextChunk)
     worker->requestStop();
     ASSERT_TRUE(finishes());
     EXPECT_EQ(window.told.last(), "canceled");
-    EXPECT_EQ(worker->report().items().size(), 40U);
-    EXPECT_EQ(worker->report().items().back().result, ExportItem::Result::Stopped);
+    EXPECT_EQ(report.items().size(), 40U);
+    EXPECT_EQ(report.items().back().result, ExportItem::Result::Stopped);
 }
 
 TEST_F(ExportWorkerTest, ShowsHowFarTheCopyIs)
@@ -149,5 +154,5 @@ TEST_F(ExportWorkerTest, OutlivesTheDepartureOfItsDevice)
     QDir(path("player")).removeRecursively();
     ASSERT_TRUE(finishes());
     EXPECT_EQ(window.told.last(), "finished");
-    EXPECT_EQ(worker->report().items().size(), 20U);
+    EXPECT_EQ(report.items().size(), 20U);
 }
