@@ -1,9 +1,9 @@
 #include "Device/iPhone/AFCFactory.h"
 
 #include "Base/Exception.h"
+#include "Base/Mailbox.h"
 #include "Device/iPhone/AFCDevice.h"
 #include "Device/iPhone/AFCDeviceRef.h"
-#include "Base/Mailbox.h"
 
 AFCFactory& AFCFactory::factory()
 {

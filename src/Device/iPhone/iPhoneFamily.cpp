@@ -1,11 +1,11 @@
 #include "Device/iPhone/iPhoneFamily.h"
 
 #include "Base/Exception.h"
+#include "Base/Mailbox.h"
 #include "Device/DeviceDelegate.h"
 #include "Device/iPhone/AFCDeviceRef.h"
 #include "Device/iPhone/AFCFailure.h"
 #include "Device/iPhone/iPhoneDevice.h"
-#include "Base/Mailbox.h"
 #include "Platform/PatientThread.h"
 
 #include <algorithm>
