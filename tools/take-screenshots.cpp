@@ -130,7 +130,8 @@ void Photographer::takeAll()
 
     mount.reset();
     settle(1500);
-    Files::write(_large + QStringLiteral("/iPod_Control/iTunes/iTunesDB"), largeITunesDb(LargeTracks));
+    Files::write(_large + QStringLiteral("/iPod_Control/iTunes/iTunesDB"),
+                 largeITunesDb(LargeTracks));
     mount = PrivateMounts::Mount::bind(_large, _mountPoint);
     settle(3000);
     take(QStringLiteral("large"));

@@ -12,8 +12,7 @@ namespace
 {
 QString playingFolder()
 {
-    const QString cache =
-        QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
     return PathName::join(PathName::join(cache, Program::briefName()), u"Playing");
 }
 } // namespace
@@ -22,8 +21,7 @@ QString MediaPlayer::privateCopyPath(const QString& fileName)
 {
     const QString folder = playingFolder();
     QDir().mkpath(folder);
-    QFile::setPermissions(folder,
-                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return PathName::join(folder, PathName::lastComponent(fileName));
 }
 

@@ -28,7 +28,8 @@ uint schemeOf(QVariant value)
 
 bool isDark(const QPalette& palette)
 {
-    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+    return palette.color(QPalette::Window).lightness() <
+           palette.color(QPalette::WindowText).lightness();
 }
 } // namespace
 

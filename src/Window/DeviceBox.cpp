@@ -61,9 +61,9 @@ void DeviceBox::append(const std::shared_ptr<Device>& device)
 
 bool DeviceBox::deviceDisconnected(const Device& device)
 {
-    const auto found =
-        std::find_if(_devices.begin(), _devices.end(),
-                     [&](const auto& known) { return known->key() == device.key(); });
+    const auto found = std::find_if(_devices.begin(), _devices.end(), [&](const auto& known) {
+        return known->key() == device.key();
+    });
     if (found == _devices.end())
         return false;
     const int index = int(found - _devices.begin());

@@ -44,11 +44,10 @@ void JobController::exportTracks(const std::shared_ptr<Device>& device, std::vec
 void JobController::exportPlaylists(const std::shared_ptr<Device>& device,
                                     std::vector<Playlist*> playlists)
 {
-    startExport(
-        device, [playlists = std::move(playlists)](const JobContext& job, ExportReport& report) {
-            ExportJob(job.device, job.config, job.host, report, job.toStop)
-                .exportPlaylists(playlists);
-        });
+    startExport(device, [playlists = std::move(playlists)](const JobContext& job,
+                                                           ExportReport& report) {
+        ExportJob(job.device, job.config, job.host, report, job.toStop).exportPlaylists(playlists);
+    });
 }
 
 void JobController::exportPhotos(const std::shared_ptr<Device>& device, std::vector<Photo*> photos)
@@ -61,8 +60,7 @@ void JobController::exportPhotos(const std::shared_ptr<Device>& device, std::vec
 void JobController::play(const std::shared_ptr<Device>& device, Track* track)
 {
     _isPlaying = true;
-    start(device,
-          [track](const JobContext& job) { PlayJob(job.device, job.host).doPlay(*track); });
+    start(device, [track](const JobContext& job) { PlayJob(job.device, job.host).doPlay(*track); });
 }
 
 void JobController::startExport(const std::shared_ptr<Device>& device,

@@ -43,17 +43,18 @@ MainMenu::MainMenu(QMainWindow& window, std::function<MenuState()> state)
         return menu;
     };
     using Groups = std::initializer_list<std::initializer_list<Command>>;
-    _sourceListMenu = makeContextMenu(
-        QStringLiteral("_sourceListMenu"),
-        Groups{{C::exportSelectedPlaylist, C::exportSelectedPhotoAlbum},
-               {C::exportCheckedTracks, C::exportSelectedPhotos}, {C::switchBrowser}});
-    _tableMenu = makeContextMenu(
-        QStringLiteral("_tableMenu"),
-        Groups{{C::checkSelected, C::uncheckSelected}, {C::checkAll, C::uncheckAll},
-               {C::exportCheckedTracks, C::play}});
-    _cvMenu = makeContextMenu(QStringLiteral("_cvMenu"),
-                              Groups{{C::selectAll, C::invertSelection, C::clearSelection},
-                                     {C::exportSelectedPhotos}});
+    _sourceListMenu =
+        makeContextMenu(QStringLiteral("_sourceListMenu"),
+                        Groups{{C::exportSelectedPlaylist, C::exportSelectedPhotoAlbum},
+                               {C::exportCheckedTracks, C::exportSelectedPhotos},
+                               {C::switchBrowser}});
+    _tableMenu =
+        makeContextMenu(QStringLiteral("_tableMenu"), Groups{{C::checkSelected, C::uncheckSelected},
+                                                             {C::checkAll, C::uncheckAll},
+                                                             {C::exportCheckedTracks, C::play}});
+    _cvMenu = makeContextMenu(
+        QStringLiteral("_cvMenu"),
+        Groups{{C::selectAll, C::invertSelection, C::clearSelection}, {C::exportSelectedPhotos}});
     validate();
 }
 
@@ -127,8 +128,7 @@ void MainMenu::nameForTheDesktop()
 void MainMenu::setShortcuts()
 {
     action(Command::exportOrStop)->setShortcut(QKeySequence(tr("Ctrl+E")));
-    action(Command::stop)->setShortcuts(
-        {QKeySequence(tr("Ctrl+.")), QKeySequence(Qt::Key_Escape)});
+    action(Command::stop)->setShortcuts({QKeySequence(tr("Ctrl+.")), QKeySequence(Qt::Key_Escape)});
     action(Command::play)->setShortcut(QKeySequence(tr("Ctrl+P")));
     action(Command::find)->setShortcut(QKeySequence::Find);
     action(Command::showPref)->setShortcut(QKeySequence(tr("Ctrl+,")));

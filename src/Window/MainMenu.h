@@ -43,7 +43,8 @@ private:
     void makeActions();
     void setShortcuts();
     void nameForTheDesktop();
-    QMenu* makeMenu(const QString& title, std::initializer_list<std::initializer_list<Command>> groups);
+    QMenu* makeMenu(const QString& title,
+                    std::initializer_list<std::initializer_list<Command>> groups);
     void fill(QMenu& menu, std::initializer_list<std::initializer_list<Command>> groups);
     QMenu* makeFolderMenu();
 

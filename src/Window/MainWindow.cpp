@@ -178,7 +178,6 @@ void MainWindow::chainFocus(bool withBrowser)
     }
     then(_tracks->tableView());
     then(_scv->collectionView());
-    then(_status);
 }
 
 void MainWindow::restoreLayout()

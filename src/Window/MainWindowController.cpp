@@ -120,7 +120,8 @@ void MainWindowController::wire()
             [this] { _window->tracks().setTracks(_trackBrowser.filteredTracks()); });
     connect(&window.searchField(), &QLineEdit::textChanged, this,
             &MainWindowController::controlTextDidChange);
-    connect(&window.status(), &StatusBar::exportClicked, this, [this] { _exports->exportOrStop(); });
+    connect(&window.status(), &StatusBar::exportClicked, this,
+            [this] { _exports->exportOrStop(); });
     connect(&window.status(), &StatusBar::playClicked, this, [this] { _exports->play(); });
     connect(&window.status(), &StatusBar::failureLineClicked, this,
             &MainWindowController::showReport);

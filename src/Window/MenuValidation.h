@@ -6,7 +6,7 @@
 
 /// What the window shows, as far as menus depend on it.
 struct MenuState {
-    bool device = false;         ///< one is chosen
+    bool device = false;           ///< one is chosen
     bool playlistSelected = false; ///< in the source list
     bool albumSelected = false;    ///< in the source list
     bool cameraRoll = false;       ///< the device has one

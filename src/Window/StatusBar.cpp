@@ -51,7 +51,8 @@ StatusBar::StatusBar(QWidget* parent)
     _li->setFixedWidth(LevelWidth);
     _li->setTextVisible(false);
     _li->hide();
-    _btnPlay = makeButton(QStringLiteral("_btnPlay"), tr("Play"), Icons::named(QStringLiteral("play")));
+    _btnPlay =
+        makeButton(QStringLiteral("_btnPlay"), tr("Play"), Icons::named(QStringLiteral("play")));
     _btnPlay->setToolTip(tr("Play the selected track"));
     _btnExport = makeButton(QStringLiteral("_btnExport"), tr("Export"), _imgStart);
     _btnExport->setDefault(true);

@@ -43,8 +43,8 @@ void drawHeaderSection(const QStyleOption& option, QPainter& painter)
 QPalette::ColorRole groundBeside(const QWidget* scrollBar)
 {
     const QWidget* container = scrollBar ? scrollBar->parentWidget() : nullptr;
-    const auto* view = qobject_cast<const QAbstractScrollArea*>(
-        container ? container->parentWidget() : nullptr);
+    const auto* view =
+        qobject_cast<const QAbstractScrollArea*>(container ? container->parentWidget() : nullptr);
     return view ? view->viewport()->backgroundRole() : QPalette::Base;
 }
 

@@ -98,9 +98,8 @@ void TrackTable::selectAllRows()
 void TrackTable::toggleSelected()
 {
     const std::vector<int> rows = _tableView->selectedRows();
-    const bool allChecked = std::all_of(rows.begin(), rows.end(), [this](int row) {
-        return tracks()[std::size_t(row)]->checked;
-    });
+    const bool allChecked = std::all_of(
+        rows.begin(), rows.end(), [this](int row) { return tracks()[std::size_t(row)]->checked; });
     _model.setChecked(rows, !allChecked);
 }
 

@@ -40,9 +40,8 @@ protected:
     void chooseRule(const QString& letter, int rule)
     {
         Hands::key("alt+" + letter);
-        ASSERT_TRUE(waitUntil([&] {
-            return part<RadioMatrix>("_mCopyRule1")->selectedRow() + 1 == rule;
-        }));
+        ASSERT_TRUE(
+            waitUntil([&] { return part<RadioMatrix>("_mCopyRule1")->selectedRow() + 1 == rule; }));
     }
     QByteArray content(const QString& name)
     {

@@ -136,7 +136,8 @@ TEST_F(MainWindowTest, TheButtonStopsARunningExport)
     const ExportReport& report = *controller->jobs().report();
     EXPECT_EQ(report.items().size(), 1500U);
     EXPECT_EQ(report.items().back().result, ExportItem::Result::Stopped);
-    EXPECT_TRUE(part<QToolButton>("_btnFailures")->text().endsWith(" of 1500 items were not copied"));
+    EXPECT_TRUE(
+        part<QToolButton>("_btnFailures")->text().endsWith(" of 1500 items were not copied"));
 }
 
 TEST_F(MainWindowTest, UnpluggingDuringAnExportEndsItWithAReport)
@@ -156,9 +157,8 @@ TEST_F(MainWindowTest, UnpluggingDuringAnExportEndsItWithAReport)
     closeAlert();
     ASSERT_TRUE(waitUntil([this] { return !controller->jobs().isBusy(); }));
     EXPECT_EQ(controller->jobs().report()->items().size(), 1500U);
-    EXPECT_TRUE(part<QToolButton>("_btnFailures")
-                    ->text()
-                    .startsWith("The device was disconnected: "));
+    EXPECT_TRUE(
+        part<QToolButton>("_btnFailures")->text().startsWith("The device was disconnected: "));
     EXPECT_FALSE(part<QPushButton>("_btnExport")->isEnabled());
 }
 
@@ -252,8 +252,8 @@ TEST_F(MainWindowTest, SavesPreferencesForTheNextStart)
     Hands::key("ctrl+a");
     Hands::type(out("Songs"));
     Hands::key("alt+s"); // the rule "skip"
-    ASSERT_TRUE(waitUntil(
-        [this] { return part<RadioMatrix>("_mCopyRule")->selectedRow() == SkipRule; }));
+    ASSERT_TRUE(
+        waitUntil([this] { return part<RadioMatrix>("_mCopyRule")->selectedRow() == SkipRule; }));
     Hands::key("Return");
     ASSERT_TRUE(waitUntil([this] { return !part<QDialog>("_winPref"); }));
 

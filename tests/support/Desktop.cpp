@@ -24,8 +24,7 @@ Desktop::Desktop()
     qputenv("DBUS_SESSION_BUS_ADDRESS", _bus.address().toUtf8());
     // Without a window manager no window ever has the keyboard. It must be there before the
     // first window, and says so.
-    start(QStringLiteral("openbox"),
-          {QStringLiteral("--startup"), QStringLiteral("echo ready")});
+    start(QStringLiteral("openbox"), {QStringLiteral("--startup"), QStringLiteral("echo ready")});
 }
 
 Desktop::~Desktop()

@@ -9,6 +9,16 @@
 
 namespace
 {
+/// What has just been shown or filled lies where it will stay only after its layouts have run,
+/// and one may ask for another.
+void settle()
+{
+    for (int round = 0; round < 3; ++round) {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+}
+
 void xdotool(const QStringList& arguments)
 {
     QProcess process;
@@ -28,6 +38,7 @@ void Hands::click(QWidget* widget, int button, int times)
 void Hands::clickAt(QWidget* widget, QPoint position, int button, int times)
 {
     EXPECT_TRUE(waitUntil([&] { return widget->isVisible(); }));
+    settle();
     const QPoint onScreen = widget->mapToGlobal(position);
     xdotool({QStringLiteral("mousemove"), QString::number(onScreen.x()),
              QString::number(onScreen.y()), QStringLiteral("click"), QStringLiteral("--repeat"),
@@ -37,6 +48,7 @@ void Hands::clickAt(QWidget* widget, QPoint position, int button, int times)
 
 void Hands::clickCell(QAbstractItemView* view, const QModelIndex& index, int button, int times)
 {
+    settle();
     view->scrollTo(index);
     clickAt(view->viewport(), view->visualRect(index).center(), button, times);
 }

@@ -17,8 +17,7 @@ enum Button { Left = 1, Right = 3 };
 void click(QWidget* widget, int button = Left, int times = 1);
 void clickAt(QWidget* widget, QPoint position, int button = Left, int times = 1);
 /// Clicks a cell of a view.
-void clickCell(QAbstractItemView* view, const QModelIndex& index, int button = Left,
-               int times = 1);
+void clickCell(QAbstractItemView* view, const QModelIndex& index, int button = Left, int times = 1);
 /// A key with its modifiers, as in "ctrl+e".
 void key(const QString& name);
 void type(const QString& text);

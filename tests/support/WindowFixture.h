@@ -116,13 +116,17 @@ protected:
     template <typename Widget>
     Widget* waitFor(const QString& name)
     {
-        EXPECT_TRUE(waitUntil([&] { return part<Widget>(name) && part<Widget>(name)->isVisible(); }))
-            << name.toStdString();
+        EXPECT_TRUE(waitUntil([&] {
+            return part<Widget>(name) && part<Widget>(name)->isVisible();
+        })) << name.toStdString();
         return part<Widget>(name);
     }
     QString info() { return part<QLabel>("_tfInfo")->text(); }
     QTableView* table() { return window().tracks().tableView(); }
-    QString cell(int row, int column) { return table()->model()->index(row, column).data().toString(); }
+    QString cell(int row, int column)
+    {
+        return table()->model()->index(row, column).data().toString();
+    }
     QStringList titles()
     {
         QStringList list;
@@ -141,9 +145,8 @@ protected:
     QModelIndex source(const QString& label)
     {
         const QAbstractItemModel* model = window().sources().outlineView()->model();
-        const QModelIndexList found =
-            model->match(model->index(0, 0), Qt::DisplayRole, label, 1,
-                         Qt::MatchStartsWith | Qt::MatchRecursive);
+        const QModelIndexList found = model->match(model->index(0, 0), Qt::DisplayRole, label, 1,
+                                                   Qt::MatchStartsWith | Qt::MatchRecursive);
         return found.isEmpty() ? QModelIndex() : found.first();
     }
     void choose(const QString& label)
@@ -155,7 +158,8 @@ protected:
     void confirmExportMode()
     {
         ASSERT_TRUE(waitFor<QDialog>("_winExportMode"));
-        ASSERT_TRUE(waitUntil([this] { return part<QDialog>("_winExportMode")->isActiveWindow(); }));
+        ASSERT_TRUE(
+            waitUntil([this] { return part<QDialog>("_winExportMode")->isActiveWindow(); }));
         Hands::key("Return");
     }
     /// Waits for the alert at the end, and closes it.

@@ -72,8 +72,8 @@ void AboutWindow::showAbout()
     setSmall(*_tfVersion);
     _tfCopyright->setText(Program::notice());
     setSmall(*_tfCopyright);
-    _ivLogo->setPixmap(QIcon(QStringLiteral(":/brand/zell_logo.svg"))
-                           .pixmap(LogoSize, devicePixelRatioF()));
+    _ivLogo->setPixmap(
+        QIcon(QStringLiteral(":/brand/zell_logo.svg")).pixmap(LogoSize, devicePixelRatioF()));
     _tfBrand->setVisible(true);
     show();
 }

@@ -13,8 +13,7 @@ CopyRuleWindow::CopyRuleWindow(QWidget* parent)
     : QDialog(parent)
     , _tfCopyRule(new WrappedLabel)
     , _mCopyRule1(new RadioMatrix({tr("&Keep both: give the new file a numbered name"),
-                                   tr("&Overwrite the file that is there"),
-                                   tr("&Skip this item")}))
+                                   tr("&Overwrite the file that is there"), tr("&Skip this item")}))
     , _btnAskLater(new QCheckBox(tr("&Do not ask again, and remember this as my rule")))
 {
     setObjectName(QStringLiteral("_winCopyRule"));

@@ -15,8 +15,8 @@ constexpr int FoldersAndMusicApplication = 1; ///< the row
 
 ExportModeWindow::ExportModeWindow(QWidget* parent)
     : QDialog(parent)
-    , _mExportMode(new RadioMatrix({tr("To &folders only"),
-                                    tr("To folders, and add to the &music application")}))
+    , _mExportMode(new RadioMatrix(
+          {tr("To &folders only"), tr("To folders, and add to the &music application")}))
 {
     setObjectName(QStringLiteral("_winExportMode"));
     setWindowTitle(Program::briefName());

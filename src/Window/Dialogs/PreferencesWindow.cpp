@@ -115,8 +115,8 @@ void PreferencesWindow::endPref()
 
 void PreferencesWindow::selectBackupFolder(int tag)
 {
-    QLineEdit* field = tag >= 1 && tag <= Config::FolderCount ? _fields[std::size_t(tag - 1)]
-                                                              : nullptr;
+    QLineEdit* field =
+        tag >= 1 && tag <= Config::FolderCount ? _fields[std::size_t(tag - 1)] : nullptr;
     if (!field)
         return;
     const QString chosen =

@@ -23,8 +23,8 @@ void drawTick(QPainter& painter, const QRectF& box, const QColor& color)
 {
     painter.setPen(QPen(color, TickWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     const QPointF start = box.topLeft();
-    painter.drawPolyline(QPolygonF({start + QPointF(3.5, 7.3), start + QPointF(6, 9.8),
-                                    start + QPointF(10.7, 4.4)}));
+    painter.drawPolyline(QPolygonF(
+        {start + QPointF(3.5, 7.3), start + QPointF(6, 9.8), start + QPointF(10.7, 4.4)}));
 }
 } // namespace
 

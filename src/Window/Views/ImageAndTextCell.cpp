@@ -88,9 +88,8 @@ void ImageAndTextCell::paint(QPainter* painter, const QStyleOptionViewItem& opti
     painter->setFont(cell.font);
     painter->setPen(cell.palette.color(group, textRole));
     const QRect textRect = cell.rect.adjusted(GapBeforeImage, 0, -GapBeforeImage, 0);
-    painter->drawText(
-        textRect, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
-        cell.fontMetrics.elidedText(cell.text, cell.textElideMode, textRect.width()));
+    painter->drawText(textRect, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+                      cell.fontMetrics.elidedText(cell.text, cell.textElideMode, textRect.width()));
     painter->restore();
 }
 

@@ -29,8 +29,8 @@ NSTableViewEx::NSTableViewEx(QWidget* parent)
 
 int NSTableViewEx::selectedRow() const
 {
-    const QModelIndexList rows = selectionModel() ? selectionModel()->selectedRows()
-                                                  : QModelIndexList();
+    const QModelIndexList rows =
+        selectionModel() ? selectionModel()->selectedRows() : QModelIndexList();
     return rows.isEmpty() ? -1 : rows.first().row();
 }
 

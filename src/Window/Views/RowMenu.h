@@ -20,8 +20,8 @@ public:
     {
         const QModelIndex index = this->indexAt(position);
         if (index.isValid() && !this->selectionModel()->isSelected(index)) {
-            this->selectionModel()->setCurrentIndex(
-                index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+            this->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
+                                                               QItemSelectionModel::Rows);
         }
         return _menu;
     }

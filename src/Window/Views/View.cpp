@@ -28,8 +28,9 @@ void View::drawRect(QPainter& painter, const QRect& bounds, const QPalette& pale
     if (_selected)
         painter.fillRect(bounds, palette.highlight());
     if (_focused) {
-        painter.setPen(QPen(palette.color(_selected ? QPalette::HighlightedText : QPalette::Highlight),
-                            1, Qt::DotLine));
+        painter.setPen(
+            QPen(palette.color(_selected ? QPalette::HighlightedText : QPalette::Highlight), 1,
+                 Qt::DotLine));
         painter.drawRect(bounds.adjusted(1, 1, -2, -2));
     }
     const QRect box((bounds.left() + bounds.right() + 1 - PictureSize) / 2, bounds.top() + Margin,
