@@ -75,6 +75,8 @@ private:
         open();
         settle();
     }
+    /// An export that stands still at a question half-way through.
+    void takeExport();
     void select(const QString& label)
     {
         QAbstractItemView* list = window().sources().outlineView();
@@ -93,6 +95,34 @@ private:
     QString _out;
     MainWindowController _controller;
 };
+
+void Photographer::takeExport()
+{
+    const QString there = _out + QStringLiteral("/Music/The Lantern Makers/Letters Home/");
+    Files::write(there + QStringLiteral("Unsent 4.mp3"), "older");
+    Files::write(there + QStringLiteral("Unsent 4.m4a"), "older");
+    QFile::remove(
+        _player + QStringLiteral("/iPod_Control/Music/F03/") +
+        QDir(_player + QStringLiteral("/iPod_Control/Music/F03")).entryList(QDir::Files).value(0));
+    _controller.perform(Command::exportCheckedTracks);
+    settle();
+    const auto answer = [](bool accept) {
+        if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+            accept ? dialog->accept() : dialog->reject();
+    };
+    if (QWidget* mode = QApplication::activeModalWidget())
+        grab(*mode, QStringLiteral("export-mode"));
+    answer(true);
+    settle();
+    take(QStringLiteral("exporting"));
+    if (QWidget* question = QApplication::activeModalWidget())
+        grab(*question, QStringLiteral("clash"));
+    answer(true);
+    settle(1500);
+    answer(true); // the alert at the end
+    take(QStringLiteral("failures"));
+    takeDialog(QStringLiteral("report"), [this] { _controller.perform(Command::showReport); });
+}
 
 void Photographer::takeAll()
 {
@@ -121,6 +151,7 @@ void Photographer::takeAll()
 
     takeDialog(QStringLiteral("preferences"), [this] { _controller.perform(Command::showPref); });
     takeDialog(QStringLiteral("about"), [this] { _controller.perform(Command::showAbout); });
+    takeExport();
     window().resize(NarrowSize);
     take(QStringLiteral("narrow"));
     window().resize(PictureSize);

@@ -69,7 +69,9 @@ public:
         const QRect sign(option.rect.left(),
                          option.rect.top() + (option.rect.height() - CategoryIconSize) / 2,
                          CategoryIconSize, CategoryIconSize);
-        Icons::named(name).paint(painter, sign);
+        const bool selected = (option.state & QStyle::State_Selected) != 0;
+        Icons::named(name).paint(painter, sign, Qt::AlignCenter,
+                                 selected ? QIcon::Selected : QIcon::Normal);
     }
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override

@@ -76,6 +76,18 @@ void Style::install()
         QApplication::setStyle(new Style);
 }
 
+QPixmap Style::generatedIconPixmap(QIcon::Mode mode, const QPixmap& pixmap,
+                                   const QStyleOption* option) const
+{
+    if (mode != QIcon::Selected)
+        return QProxyStyle::generatedIconPixmap(mode, pixmap, option);
+    QPixmap tinted = pixmap;
+    QPainter painter(&tinted);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(tinted.rect(), QApplication::palette().highlightedText());
+    return tinted;
+}
+
 int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
 {
     switch (metric) {
@@ -177,5 +189,8 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
     const bool ground = element == PE_PanelItemViewRow || element == PE_PanelItemViewItem;
     if (ground && qobject_cast<const NSOutlineViewEx*>(widget))
         return;
-    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    if (element == PE_PanelScrollAreaCorner)
+        painter->fillRect(option->rect, option->palette.base());
+    else
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
 }

@@ -17,6 +17,9 @@ public:
     /// Makes it the application's style, unless the desktop has one.
     static void install();
 
+    /// A selected icon is drawn in the colour of selected text, as its own may vanish there.
+    QPixmap generatedIconPixmap(QIcon::Mode mode, const QPixmap& pixmap,
+                                const QStyleOption* option) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption* option,
                     const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -1,7 +1,7 @@
 #include "Window/DeviceBox.h"
 
-#include "support/FolderDevice.h"
 #include "support/Files.h"
+#include "support/FolderDevice.h"
 
 #include <QComboBox>
 

@@ -215,9 +215,9 @@ TEST_F(LibraryViewTest, PlayAsksForATrackWhenNoneIsSelected)
 
 TEST_F(LibraryViewTest, EveryControlHasANameForAScreenReader)
 {
-    for (const char* name : {"_cmbDevices", "_sf", "_outlineView", "_tvGenre", "_tvArtist",
-                             "_tvAlbum", "_tableView", "_cv", "_btnExport", "_btnPlay", "_li",
-                             "_tfInfo"})
+    for (const char* name :
+         {"_cmbDevices", "_sf", "_outlineView", "_tvGenre", "_tvArtist", "_tvAlbum", "_tableView",
+          "_cv", "_btnExport", "_btnPlay", "_li", "_tfInfo"})
         EXPECT_FALSE(part<QWidget>(name)->accessibleName().isEmpty()) << name;
 }
 
@@ -254,7 +254,8 @@ TEST_F(LibraryViewTest, ShowsAFolderByItsTagFromZero)
 {
     const QString bin = path("bin");
     Files::write(bin + "/xdg-open", "#!/bin/sh\necho \"$1\" >> " + path("opened").toUtf8() + "\n");
-    QFile::setPermissions(bin + "/xdg-open", QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QFile::setPermissions(bin + "/xdg-open",
+                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     qputenv("PATH", bin.toUtf8() + ":" + qgetenv("PATH"));
     controller->openBackupFolder(0);
     EXPECT_TRUE(waitUntil([this] {

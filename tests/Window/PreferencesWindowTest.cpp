@@ -55,8 +55,8 @@ protected:
     bool chooserOpened = false;
 };
 
-constexpr std::array Fields = {"_tfMusic",      "_tfMovies",     "_tfTVShows",    "_tfPodcasts",
-                               "_tfAudiobooks", "_tfRingtones",  "_tfBooks",      "_tfPlaylists",
+constexpr std::array Fields = {"_tfMusic",      "_tfMovies",     "_tfTVShows", "_tfPodcasts",
+                               "_tfAudiobooks", "_tfRingtones",  "_tfBooks",   "_tfPlaylists",
                                "_tfVoiceMemos", "_tfCameraRoll", "_tfPhotos"};
 } // namespace
 

@@ -27,8 +27,8 @@ protected:
     }
     void select(int row)
     {
-        view.selectionModel()->select(model.index(row), QItemSelectionModel::Select |
-                                                            QItemSelectionModel::Rows);
+        view.selectionModel()->select(model.index(row),
+                                      QItemSelectionModel::Select | QItemSelectionModel::Rows);
     }
     QList<int> selected() const
     {

@@ -15,9 +15,10 @@
 namespace
 {
 constexpr QSize UsualSize(860, 460);
-constexpr int TitleWidth = 220;
-constexpr int OutcomeWidth = 170;
-constexpr int WhyWidth = 300;
+constexpr int TitleWidth = 180;
+constexpr int OutcomeWidth = 160;
+constexpr int WhyWidth = 230;
+constexpr int PathWidth = 180;
 } // namespace
 
 ReportWindow::ReportWindow(const ExportReport& report, QWidget* parent)
@@ -44,6 +45,7 @@ ReportWindow::ReportWindow(const ExportReport& report, QWidget* parent)
     table->horizontalHeader()->resizeSection(ReportModel::Item, TitleWidth);
     table->horizontalHeader()->resizeSection(ReportModel::Outcome, OutcomeWidth);
     table->horizontalHeader()->resizeSection(ReportModel::Why, WhyWidth);
+    table->horizontalHeader()->resizeSection(ReportModel::From, PathWidth);
     table->horizontalHeader()->setStretchLastSection(true);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close | QDialogButtonBox::Save);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
