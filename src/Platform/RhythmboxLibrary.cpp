@@ -105,11 +105,13 @@ MusicLibrary::Outcome RhythmboxLibrary::open(const Stop& stop)
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("StartServiceByName"));
     start << Service << quint32(0);
-    if (isError(_bus.call(start, QDBus::Block, StartMilliseconds)))
+    const bool started = !isError(_bus.call(start, QDBus::Block, StartMilliseconds));
+    std::optional<QStringList> names = playlists();
+    // It may run although nothing can start it.
+    if (!started && !names)
         return Outcome::NoAnswer;
 
     const QDeadlineTimer deadline(PlaylistMilliseconds);
-    std::optional<QStringList> names = playlists();
     while ((!names || names->isEmpty()) && !deadline.hasExpired()) {
         if (stop())
             return Outcome::Stopped;

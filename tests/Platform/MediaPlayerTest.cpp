@@ -6,6 +6,7 @@
 #include "support/Files.h"
 #include "support/SoundFile.h"
 
+#include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QElapsedTimer>

@@ -7,6 +7,7 @@
 #include "support/SoundFile.h"
 #include "support/WindowFixture.h"
 
+#include <QDBusArgument>
 #include <QDBusMessage>
 #include <QElapsedTimer>
 #include <QRadioButton>
