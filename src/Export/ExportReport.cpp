@@ -16,7 +16,15 @@ QJsonValue textOrNull(const QString& text)
 
 QString kindName(ExportItem::Kind kind)
 {
-    return kind == ExportItem::Kind::Photo ? QStringLiteral("photo") : QStringLiteral("track");
+    switch (kind) {
+    case ExportItem::Kind::Track:
+        return QStringLiteral("track");
+    case ExportItem::Kind::Photo:
+        return QStringLiteral("photo");
+    case ExportItem::Kind::HandOver:
+        return QStringLiteral("hand-over");
+    }
+    return {};
 }
 } // namespace
 
@@ -69,8 +77,12 @@ void ExportReport::add(ExportItem item)
         _log.write(item.toJson() + '\n');
         _log.flush();
     }
-    _failureCount += item.isFailure() ? 1 : 0;
-    _notCopiedCount += item.isNotCopied() ? 1 : 0;
+    if (item.isHandOver()) {
+        ++_handOverCount;
+    } else {
+        _failureCount += item.isFailure() ? 1 : 0;
+        _notCopiedCount += item.isNotCopied() ? 1 : 0;
+    }
     _items.push_back(std::move(item));
 }
 

@@ -8,7 +8,11 @@
 
 /// What became of one item of an export.
 struct ExportItem {
-    enum class Kind { Track, Photo };
+    enum class Kind {
+        Track,
+        Photo,
+        HandOver ///< no copy: an exported file that did not reach the music application
+    };
     enum class Result {
         Copied,     ///< the destination holds as many bytes as the device reports
         Skipped,    ///< the destination existed, and the rule says to leave it
@@ -30,6 +34,8 @@ struct ExportItem {
     [[nodiscard]] bool isFailure() const;
     /// The computer does not have the item now: it failed, or the export was stopped before.
     [[nodiscard]] bool isNotCopied() const { return isFailure() || result == Result::Stopped; }
+    /// A line of its own beside that of the file, which was copied.
+    [[nodiscard]] bool isHandOver() const { return kind == Kind::HandOver; }
     /// One JSON object without a line break, with the keys kind, title, from, to, bytes, result
     /// and why.
     [[nodiscard]] QByteArray toJson() const;
@@ -47,8 +53,12 @@ public:
 
     void add(ExportItem item);
     [[nodiscard]] const std::vector<ExportItem>& items() const { return _items; }
+    /// The items that were to be copied; the lines of the hand-over are not among them.
+    [[nodiscard]] std::size_t copyCount() const { return _items.size() - _handOverCount; }
     [[nodiscard]] std::size_t failureCount() const { return _failureCount; }
     [[nodiscard]] std::size_t notCopiedCount() const { return _notCopiedCount; }
+    /// The lines about files that were copied, but did not reach the music application.
+    [[nodiscard]] std::size_t handOverCount() const { return _handOverCount; }
     [[nodiscard]] QString logPath() const { return _log.fileName(); }
     /// Writes the lines of all items to `path`; empty, or the system's words why it failed.
     [[nodiscard]] QString writeTo(const QString& path) const;
@@ -57,5 +67,6 @@ private:
     std::vector<ExportItem> _items;
     std::size_t _failureCount = 0;
     std::size_t _notCopiedCount = 0;
+    std::size_t _handOverCount = 0;
     QFile _log;
 };

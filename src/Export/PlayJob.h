@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 
 class Device;
@@ -11,8 +12,8 @@ struct Track;
 class PlayJob
 {
 public:
-    /// All references outlive the job.
-    PlayJob(std::shared_ptr<Device> device, ExportHost& host);
+    /// `toStop` ends the wait for a player. All references outlive the job.
+    PlayJob(std::shared_ptr<Device> device, ExportHost& host, const std::atomic<bool>& toStop);
 
     /// A track whose file is not on the device plays nothing, and that is no failure.
     void doPlay(const Track& track);
@@ -20,4 +21,5 @@ public:
 private:
     std::shared_ptr<Device> _device;
     ExportHost& _host;
+    const std::atomic<bool>& _toStop;
 };

@@ -3,6 +3,7 @@
 #include "Base/Program.h"
 #include "Device/Device.h"
 #include "Export/ExportJob.h"
+#include "Export/MusicHandOver.h"
 #include "Export/PlayJob.h"
 #include "Platform/Notifier.h"
 #include "Window/Dialogs/Alert.h"
@@ -60,7 +61,9 @@ void JobController::exportPhotos(const std::shared_ptr<Device>& device, std::vec
 void JobController::play(const std::shared_ptr<Device>& device, Track* track)
 {
     _isPlaying = true;
-    start(device, [track](const JobContext& job) { PlayJob(job.device, job.host).doPlay(*track); });
+    start(device, [track](const JobContext& job) {
+        PlayJob(job.device, job.host, job.toStop).doPlay(*track);
+    });
 }
 
 void JobController::startExport(const std::shared_ptr<Device>& device,
@@ -74,6 +77,7 @@ void JobController::startExport(const std::shared_ptr<Device>& device,
     }
     _isPlaying = false;
     _pendingReport = std::make_unique<ExportReport>();
+    _handOver = std::make_unique<MusicHandOver>(*_pendingReport);
     start(device, [body = std::move(body), report = _pendingReport.get()](const JobContext& job) {
         body(job, *report);
     });
@@ -88,6 +92,7 @@ void JobController::start(const std::shared_ptr<Device>& device, ExportWorker::B
         [this] {
             _copying = nullptr;
             _worker.reset();
+            _handOver.reset();
             _pendingReport.reset();
             Q_EMIT idle();
         },
@@ -175,14 +180,20 @@ void JobController::showFinish(bool canceled, bool alert)
 
 void JobController::showFailures()
 {
-    if (!_report || _report->notCopiedCount() == 0)
+    if (!_report)
         return;
-    QString line = tr("%1 of %2 items were not copied")
-                       .arg(_report->notCopiedCount())
-                       .arg(_report->items().size());
-    if (_deviceGone)
-        line = tr("The device was disconnected: %1").arg(line);
-    _window.status().setFailureLine(line);
+    QStringList lines;
+    if (_report->notCopiedCount() > 0)
+        lines.append(tr("%1 of %2 items were not copied")
+                         .arg(_report->notCopiedCount())
+                         .arg(_report->copyCount()));
+    if (_deviceGone && !lines.isEmpty())
+        lines.front() = tr("The device was disconnected: %1").arg(lines.front());
+    if (_report->handOverCount() > 0)
+        lines.append(
+            tr("%1 times the music application did not take a file").arg(_report->handOverCount()));
+    if (!lines.isEmpty())
+        _window.status().setFailureLine(lines.join(QStringLiteral("; ")));
 }
 
 void JobController::tellOutcome(bool canceled)
@@ -212,7 +223,9 @@ void JobController::checkToiTunes(const Reply<bool>& reply)
     (new ExportModeWindow(&_window))->checkToiTunes(reply);
 }
 
-void JobController::exportToiTunes(const QString& /*path*/, const std::vector<Playlist*>&)
+void JobController::exportToiTunes(const QString& path, const std::vector<Playlist*>& playlists)
 {
-    // No music application can be chosen yet.
+    const ExportWorker* worker = _copying;
+    _handOver->exportToiTunes(path, playlists,
+                              [worker] { return worker && worker->isStopRequested(); });
 }

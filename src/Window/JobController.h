@@ -10,6 +10,7 @@
 
 class Device;
 class MainWindow;
+class MusicHandOver;
 class Notifier;
 struct Photo;
 struct Track;
@@ -79,6 +80,8 @@ private:
     std::unique_ptr<ExportReport> _report;
     /// Of a job that has not begun: until then the last report stays.
     std::unique_ptr<ExportReport> _pendingReport;
+    /// Of the running export; used on its thread, which ends before it.
+    std::unique_ptr<MusicHandOver> _handOver;
     Mailbox _mailbox;
     std::unique_ptr<ExportWorker> _worker;
     /// The worker whose copies ask whether to go on; read on its thread.

@@ -4,11 +4,12 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-/// A message bus that only the test knows, and that knows no service but the test's own.
+/// A message bus that only the test knows, and that knows no service but the test's own and those
+/// installed ones that the test names. What the bus starts has the environment of this moment.
 class PrivateBus
 {
 public:
-    PrivateBus();
+    explicit PrivateBus(const QStringList& installedServices = {});
     ~PrivateBus();
     PrivateBus(const PrivateBus&) = delete;
     PrivateBus& operator=(const PrivateBus&) = delete;
@@ -16,6 +17,8 @@ public:
     [[nodiscard]] const QString& address() const { return _address; }
     /// A new connection to the bus; it ends with the bus.
     QDBusConnection connect();
+    /// The process that owns a name; 0 when none does.
+    qint64 processOf(const QString& service);
 
 private:
     QTemporaryDir _folder;

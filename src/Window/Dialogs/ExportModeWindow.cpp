@@ -1,11 +1,13 @@
 #include "Window/Dialogs/ExportModeWindow.h"
 
 #include "Base/Program.h"
+#include "Platform/MusicLibrary.h"
 #include "Window/Dialogs/RadioMatrix.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QVBoxLayout>
 
 namespace
@@ -24,8 +26,10 @@ ExportModeWindow::ExportModeWindow(QWidget* parent)
     setAttribute(Qt::WA_DeleteOnClose);
     _mExportMode->setObjectName(QStringLiteral("_mExportMode"));
     _mExportMode->setAccessibleName(tr("Export mode"));
-    _mExportMode->disableRow(FoldersAndMusicApplication,
-                             tr("No music application that can take files was found."));
+    // The answer may take its time, and the question does not wait for it.
+    _mExportMode->findChildren<QRadioButton*>().at(FoldersAndMusicApplication)->setEnabled(false);
+    MusicLibrary::findApplication(this,
+                                  [this](const QString& name) { showMusicApplication(name); });
     auto* question = new QLabel(tr("Where do you want to export to?"));
     QFont bold = question->font();
     bold.setBold(true);
@@ -44,6 +48,18 @@ ExportModeWindow::ExportModeWindow(QWidget* parent)
     layout->addWidget(_mExportMode);
     layout->addStretch();
     layout->addWidget(buttons);
+}
+
+void ExportModeWindow::showMusicApplication(const QString& name)
+{
+    if (name.isEmpty()) {
+        _mExportMode->disableRow(FoldersAndMusicApplication,
+                                 tr("No music application that can take files was found."));
+        return;
+    }
+    auto* row = _mExportMode->findChildren<QRadioButton*>().at(FoldersAndMusicApplication);
+    row->setText(tr("To folders, and add to the &music of %1").arg(name));
+    row->setEnabled(true);
 }
 
 void ExportModeWindow::checkToiTunes(

@@ -24,5 +24,8 @@ public Q_SLOTS:
     void cancelExportMode() { reject(); }
 
 private:
+    /// Makes the second row a choice, or says why it is none.
+    void showMusicApplication(const QString& name);
+
     RadioMatrix* _mExportMode;
 };
