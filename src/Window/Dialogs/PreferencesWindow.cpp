@@ -36,7 +36,7 @@ PreferencesWindow::PreferencesWindow(Config& config, QWidget* parent)
     , _config(config)
     , _mCopyRule(new RadioMatrix({tr("&Ask each time"), tr("&Keep both, under a numbered name"),
                                   tr("&Overwrite the file that is there"), tr("&Skip the item")}))
-    , _btnCheckVersion(new QCheckBox(tr("Check for a new version at &start")))
+    , _btnCheckVersion(new QCheckBox(tr("Check for a &new version at start")))
     , _hint(new QLabel)
 {
     setObjectName(QStringLiteral("_winPref"));
