@@ -31,7 +31,7 @@ protected:
                 QUrl("http://zell.example/get?version=new"),
                 {}};
     }
-    /// The offer, once the service has named version 2.6.0.
+    /// The offer, once the service has named the latest version.
     QMessageBox* offer()
     {
         open();
@@ -50,8 +50,9 @@ protected:
         waitUntil([deadline = QDeadlineTimer(500)] { return deadline.hasExpired(); });
     }
 
-    LoopbackServer server{[](const LoopbackServer::Request&) {
-        return LoopbackServer::answer("<GetVersion3Response><GetVersion3Result>2.6.0"
+    QByteArray latest = "2.6.0";
+    LoopbackServer server{[this](const LoopbackServer::Request&) {
+        return LoopbackServer::answer("<GetVersion3Response><GetVersion3Result>" + latest +
                                       "</GetVersion3Result></GetVersion3Response>");
     }};
 };
@@ -80,6 +81,18 @@ TEST_F(UpdateWindowTest, CancelOpensNoBrowser)
     EXPECT_TRUE(waitUntilClosed());
     aMoment();
     EXPECT_FALSE(QFile::exists(path("opened")));
+}
+
+TEST_F(UpdateWindowTest, WhatTheServiceSaysIsNoMarkup)
+{
+    latest = "&lt;b&gt;9&lt;/b&gt;";
+    QMessageBox* box = offer();
+    ASSERT_TRUE(box);
+    EXPECT_EQ(box->informativeText(), "New version <b>9</b> found!");
+    for (const QLabel* label : box->findChildren<QLabel*>())
+        EXPECT_EQ(label->textFormat(), Qt::PlainText);
+    Hands::key("Escape");
+    EXPECT_TRUE(waitUntilClosed());
 }
 
 TEST_F(UpdateWindowTest, ClosingTheOfferOpensNoBrowser)

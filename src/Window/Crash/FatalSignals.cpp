@@ -27,7 +27,7 @@ constexpr std::array<Fault, 5> Faults = {{
     {SIGABRT, "SIGABRT", "Aborted"},
 }};
 
-constexpr int MostFrames = 64;
+constexpr int MostFrames = 128;
 constexpr int OwnFrames = 1;
 constexpr std::size_t StackSize = 128 * 1024; ///< unwinding takes more than the usual minimum
 constexpr unsigned ReportSeconds = 10;

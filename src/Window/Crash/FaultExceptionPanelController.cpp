@@ -14,7 +14,7 @@ namespace
 {
 std::vector<void*> addressesOfThisThread()
 {
-    std::array<void*, 64> frames{};
+    std::array<void*, 128> frames{};
     const int count = backtrace(frames.data(), int(frames.size()));
     return {frames.begin(), frames.begin() + count};
 }

@@ -9,8 +9,8 @@
 
 namespace
 {
-constexpr int MostFrames = 64;
-constexpr int OwnFrames = 2; ///< remember() and the hook
+constexpr int MostFrames = 128; ///< from a click to main() are some sixty
+constexpr int OwnFrames = 2;    ///< remember() and the hook
 /// While an exception is on its way, destructors may throw and catch others.
 constexpr std::size_t SitesOfAThread = 4;
 

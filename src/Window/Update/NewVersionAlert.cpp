@@ -4,6 +4,7 @@
 #include "Platform/Workspace.h"
 
 #include <QCoreApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QUrl>
@@ -17,9 +18,12 @@ void NewVersionAlert::show(QWidget& window, const QString& version, const QUrl& 
     auto* box =
         new QMessageBox(QMessageBox::Information, title, title, QMessageBox::NoButton, &window);
     box->setObjectName(QStringLiteral("_alertNewVersion"));
-    // What the service says is a text, whatever it looks like.
-    box->setTextFormat(Qt::PlainText);
+    // What the service says is a text, whatever it looks like. The box's own format does not
+    // reach its second text.
     box->setInformativeText(tr("New version %1 found!").arg(version));
+    const auto labels = box->findChildren<QLabel*>();
+    for (QLabel* label : labels)
+        label->setTextFormat(Qt::PlainText);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setWindowModality(Qt::ApplicationModal);
     box->setDefaultButton(box->addButton(tr("Download"), QMessageBox::AcceptRole));

@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 
 #include <optional>

@@ -3,9 +3,12 @@
 #include "Base/Utility.h"
 #include "Window/Crash/CrashFile.h"
 #include "Window/Crash/MemoryMap.h"
+#include "support/EventLoop.h"
 #include "support/Files.h"
 
 #include <QProcess>
+
+#include <csignal>
 
 namespace
 {
@@ -47,6 +50,20 @@ private:
     QTemporaryDir _folder;
     QString _output;
 };
+
+/// Whether a program has come so far that it handles the signals of faults. SIGABRT stands for
+/// them: nobody else handles that one.
+bool handlesFaults(qint64 program)
+{
+    QFile status(QString("/proc/%1/status").arg(program));
+    if (!status.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray text = status.readAll();
+    const qsizetype caught = text.indexOf("SigCgt:");
+    const quint64 signalSet =
+        text.mid(caught).split('\n')[0].split('\t').value(1).toULongLong(nullptr, 16);
+    return caught >= 0 && (signalSet >> (SIGABRT - 1) & 1U) != 0;
+}
 } // namespace
 
 TEST_F(LastRunTest, ASegmentationFaultIsShownAtTheNextStart)
@@ -108,6 +125,23 @@ TEST_F(LastRunTest, AProgramThatEndsItselfIsShownAtTheNextStart)
     EXPECT_TRUE(shown.startsWith(head("std::terminate", "The program ended itself.")))
         << shown.toStdString();
     EXPECT_TRUE(shown.contains("dieOf(QString const&)")) << shown.toStdString();
+}
+
+TEST_F(LastRunTest, TheDesktopProgramLeavesAReportAndTakesItAtItsNextStart)
+{
+    const QDir crashes(CrashFile::folder());
+    QProcess program;
+    program.start(QStringLiteral(ZELL_PROGRAMS "/zell-transfer"), QStringList());
+    ASSERT_TRUE(waitUntil([&] { return handlesFaults(program.processId()); }));
+    kill(pid_t(program.processId()), SIGSEGV);
+    ASSERT_TRUE(program.waitForFinished());
+    ASSERT_EQ(crashes.entryList(QDir::Files).size(), 1);
+
+    program.start();
+    EXPECT_TRUE(waitUntil([&] { return crashes.isEmpty(QDir::Files); }));
+    EXPECT_EQ(program.state(), QProcess::Running);
+    program.kill();
+    program.waitForFinished();
 }
 
 TEST_F(LastRunTest, AGoodEndLeavesNothing)
