@@ -1,5 +1,7 @@
 #include "Device/PreviewPass.h"
 
+#include "Base/Fault.h"
+
 #include <utility>
 
 namespace
@@ -30,7 +32,7 @@ void PreviewPass::run(const std::stop_token& stop)
     for (Photo* photo : _photos) {
         if (stop.stop_requested() || isShortOfMemory())
             break;
-        _step(*photo);
+        Fault::guard([&] { _step(*photo); });
         ++_done;
     }
     _finished = true;

@@ -35,6 +35,7 @@ const std::array<FolderSetting, Config::FolderCount>& folderSettings()
 
 const QString CopyRuleKey = QStringLiteral("CopyRule");
 const QString HideBrowserKey = QStringLiteral("HideBrowser");
+const QString CheckVersionKey = QStringLiteral("CheckVersion");
 
 /// The store of this user. Made anew for each use, so that two programs never overwrite each
 /// other's values with old ones.
@@ -77,6 +78,7 @@ void Config::load()
     }
     _copyRule = settings.value(CopyRuleKey).toInt();
     _hideBrowser = settings.value(HideBrowserKey).toBool();
+    _checkVersion = settings.value(CheckVersionKey, true).toBool();
 }
 
 void Config::save() const
@@ -86,6 +88,7 @@ void Config::save() const
         settings.setValue(folderSettings()[i].key, _folders[i]);
     settings.setValue(CopyRuleKey, _copyRule);
     settings.setValue(HideBrowserKey, _hideBrowser);
+    settings.setValue(CheckVersionKey, _checkVersion);
 }
 
 const QString& Config::folderPath(Folder folder) const

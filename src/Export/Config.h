@@ -4,9 +4,9 @@
 
 #include <array>
 
-/// The person's settings: a destination folder for each category, the rule for name clashes and
-/// whether the browser is hidden. Kept in a per-user file. Changed on the window's thread, and
-/// only while no export runs.
+/// The person's settings: a destination folder for each category, the rule for name clashes,
+/// whether the browser is hidden and whether new versions are asked for. Kept in a per-user file.
+/// Changed on the window's thread, and only while no export runs.
 class Config
 {
 public:
@@ -71,9 +71,13 @@ public:
     void setCopyRule(int rule) { _copyRule = rule; }
     [[nodiscard]] bool hideBrowser() const { return _hideBrowser; }
     void setHideBrowser(bool hide) { _hideBrowser = hide; }
+    /// Whether the program asks for a new version at its start.
+    [[nodiscard]] bool checkVersion() const { return _checkVersion; }
+    void setCheckVersion(bool check) { _checkVersion = check; }
 
 private:
     std::array<QString, FolderCount> _folders;
     int _copyRule = 0;
     bool _hideBrowser = false;
+    bool _checkVersion = true;
 };

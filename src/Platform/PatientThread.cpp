@@ -1,5 +1,7 @@
 #include "Platform/PatientThread.h"
 
+#include "Base/Fault.h"
+
 #include <condition_variable>
 #include <csignal>
 #include <cstdint>
@@ -36,7 +38,7 @@ void PatientThread::detached(Job job)
 {
     std::thread([job = std::move(job)] {
         blockPipeSignal();
-        job();
+        Fault::guard(job);
     }).detach();
 }
 
@@ -97,7 +99,7 @@ void PatientThread::work(const std::shared_ptr<State>& state)
         Job job = std::move(state->jobs.front());
         state->jobs.pop_front();
         lock.unlock();
-        job();
+        Fault::guard(job);
         job = {}; // what it owned ends here and not while the lock is held
         lock.lock();
         ++state->finished;

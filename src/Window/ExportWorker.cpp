@@ -1,5 +1,6 @@
 #include "Window/ExportWorker.h"
 
+#include "Base/Fault.h"
 #include "Base/Mailbox.h"
 #include "Device/Device.h"
 
@@ -28,7 +29,9 @@ ExportWorker::ExportWorker(const std::shared_ptr<Device>& device, const Config& 
     , _mailbox(mailbox)
     , _showChunk(std::move(showChunk))
     , _thread([this, ended = std::move(ended), body = std::move(body)] {
-        body({_device, _config, *this, _toStop});
+        // The person sees the fault's report; the job is over like one that was stopped.
+        if (!Fault::guard([&] { body({_device, _config, *this, _toStop}); }) && !_finishShown)
+            showFinish(true, false);
         _mailbox.post(ended);
     })
 {
@@ -102,6 +105,7 @@ void ExportWorker::showItem(const ExportItem& item)
 
 void ExportWorker::showFinish(bool canceled, bool alert)
 {
+    _finishShown = true;
     _mailbox.post([canceled, alert, &window = _window] { window.showFinish(canceled, alert); });
 }
 

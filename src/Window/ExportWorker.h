@@ -54,7 +54,7 @@ struct JobContext {
 class ExportWorker final : private ExportHost
 {
 public:
-    /// What the job does, on the job's thread.
+    /// What the job does, on the job's thread. One that throws ends as a canceled job.
     using Body = std::function<void(const JobContext& context)>;
     /// Takes the progress of the copy, on the window's thread.
     using ShowChunk = std::function<void(double progress)>;
@@ -102,6 +102,7 @@ private:
     ShowChunk _showChunk;
     std::shared_ptr<Progress> _progress = std::make_shared<Progress>();
     std::atomic<bool> _toStop = false;
-    std::stop_source _ended; ///< no answer is waited for any more
-    std::jthread _thread;    // last: it ends before what it uses goes
+    bool _finishShown = false; ///< used by the thread alone
+    std::stop_source _ended;   ///< no answer is waited for any more
+    std::jthread _thread;      // last: it ends before what it uses goes
 };

@@ -27,6 +27,9 @@
 #include "Window/SourceList.h"
 #include "Window/StatusBar.h"
 #include "Window/TrackTable.h"
+#include "Window/Update/NewVersionAlert.h"
+#include "Window/Update/UpdateAddresses.h"
+#include "Window/Update/VersionCheck.h"
 
 #include <QGuiApplication>
 #include <QLineEdit>
@@ -64,6 +67,7 @@ MainWindowController::MainWindowController()
 
 MainWindowController::~MainWindowController()
 {
+    _versionCheck.reset();
     Device::uninit();
     delete _jobs; // a job must end before the delegate that its copies ask goes
     Device::setDelegate(nullptr);
@@ -107,6 +111,17 @@ void MainWindowController::startDevices()
         _window->status().setInfo(QStringLiteral("iPod Connected!"));
     refreshUI();
     showBrowser();
+    checkVersion(UpdateAddresses::built());
+}
+
+void MainWindowController::checkVersion(const UpdateAddresses& addresses)
+{
+    if (!Config::instance().checkVersion())
+        return;
+    _versionCheck = std::make_unique<VersionCheck>(
+        addresses, [this, page = addresses.downloadPage](const QString& version) {
+            NewVersionAlert::show(*_window, version, page);
+        });
 }
 
 void MainWindowController::wire()

@@ -13,8 +13,10 @@ class JobController;
 class MainMenu;
 class PreviewPass;
 class QMenu;
+class VersionCheck;
 struct MenuState;
 struct Photo;
+struct UpdateAddresses;
 
 /// The controller of the one window: it starts the device families, follows the person's choices
 /// and hands commands to whom they concern. Lives on the window's thread from start to end.
@@ -48,6 +50,8 @@ public:
     /// Shows an export folder, by its place in the preferences counted from 0; other tags do
     /// nothing.
     void openBackupFolder(int tag);
+    /// Asks for a new version, unless the person wants none of it; nothing waits for the answer.
+    void checkVersion(const UpdateAddresses& addresses);
 
 private:
     void awakeFromNib();
@@ -77,4 +81,5 @@ private:
     JobController* _jobs = nullptr; ///< both belong to the window
     MainMenu* _menu = nullptr;
     std::unique_ptr<ExportCommands> _exports;
+    std::unique_ptr<VersionCheck> _versionCheck;
 };

@@ -1,13 +1,15 @@
 #include "Base/Program.h"
 #include "Window/Appearance.h"
+#include "Window/Crash/Application.h"
+#include "Window/Crash/CrashFile.h"
+#include "Window/Crash/FatalSignals.h"
+#include "Window/Crash/FaultExceptionHandlerDelegate.h"
 #include "Window/MainWindowController.h"
 #include "Window/Style.h"
 
-#include <QApplication>
-
 int main(int argc, char** argv)
 {
-    QApplication application(argc, argv);
+    Application application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zell-transfer"));
     QApplication::setApplicationDisplayName(Program::briefName());
     QApplication::setApplicationVersion(Program::version());
@@ -15,7 +17,11 @@ int main(int argc, char** argv)
     Style::install();
     const Appearance appearance;
 
+    FatalSignals::install(CrashFile::folder());
+    FaultExceptionHandlerDelegate handler(Program::supportAddress());
+
     MainWindowController controller;
     controller.start();
+    handler.showReportsLeftIn(CrashFile::folder());
     return QApplication::exec();
 }

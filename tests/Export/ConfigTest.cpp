@@ -30,6 +30,7 @@ TEST(ConfigTest, StartsWithFoldersBelowTheHomeFolder)
     }
     EXPECT_EQ(config.copyRule(), 0);
     EXPECT_FALSE(config.hideBrowser());
+    EXPECT_TRUE(config.checkVersion());
 }
 
 TEST(ConfigTest, WritesNothingBeforeItIsSaved)
@@ -47,12 +48,14 @@ TEST(ConfigTest, BringsEverySettingBack)
         config.setFolderPath(Config::Folder(i), QString::fromUtf8("/média, %1;\"x\"/a b").arg(i));
     config.setCopyRule(2);
     config.setHideBrowser(true);
+    config.setCheckVersion(false);
     config.save();
     const Config read;
     for (int i = 0; i < Config::FolderCount; ++i)
         EXPECT_EQ(read.folderPath(Config::Folder(i)), config.folderPath(Config::Folder(i)));
     EXPECT_EQ(read.copyRule(), 2);
     EXPECT_TRUE(read.hideBrowser());
+    EXPECT_FALSE(read.checkVersion());
 }
 
 TEST(ConfigTest, KeepsItsValuesUnderTheirKeys)
@@ -68,9 +71,9 @@ TEST(ConfigTest, KeepsItsValuesUnderTheirKeys)
     QStringList keys = store().allKeys();
     keys.sort();
     EXPECT_EQ(keys,
-              QStringList({"AudiobooksDir", "BooksDir", "CameraRollDir", "CopyRule", "HideBrowser",
-                           "MoviesDir", "MusicDir", "PhotosDir", "PlaylistsDir", "PodcastsDir",
-                           "RingtonesDir", "TVShowsDir", "VoiceMemosDir"}));
+              QStringList({"AudiobooksDir", "BooksDir", "CameraRollDir", "CheckVersion", "CopyRule",
+                           "HideBrowser", "MoviesDir", "MusicDir", "PhotosDir", "PlaylistsDir",
+                           "PodcastsDir", "RingtonesDir", "TVShowsDir", "VoiceMemosDir"}));
 }
 
 TEST(ConfigTest, TakesAValueOfTheWrongTypeForMissing)

@@ -1,11 +1,11 @@
 // The main of the test programs that show windows: a desktop, mounts and a home of its own, so
 // that no test ever meets a person's screen, devices, files or settings.
 
+#include "Window/Crash/Application.h"
 #include "Window/Style.h"
 #include "support/Desktop.h"
 #include "support/PrivateMounts.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QTemporaryDir>
 
@@ -33,7 +33,7 @@ int main(int argc, char** argv)
                           QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 
     const Desktop desktop;
-    QApplication application(argc, argv);
+    const Application application(argc, argv);
     Style::install();
     return RUN_ALL_TESTS();
 }

@@ -4,6 +4,7 @@
 #include "Window/Dialogs/RadioMatrix.h"
 #include "Window/Icons.h"
 
+#include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
@@ -35,6 +36,7 @@ PreferencesWindow::PreferencesWindow(Config& config, QWidget* parent)
     , _config(config)
     , _mCopyRule(new RadioMatrix({tr("&Ask each time"), tr("&Keep both, under a numbered name"),
                                   tr("&Overwrite the file that is there"), tr("&Skip the item")}))
+    , _btnCheckVersion(new QCheckBox(tr("Check for a &new version at start")))
     , _hint(new QLabel)
 {
     setObjectName(QStringLiteral("_winPref"));
@@ -75,6 +77,8 @@ PreferencesWindow::PreferencesWindow(Config& config, QWidget* parent)
     _mCopyRule->setAccessibleName(rule->title());
     (new QVBoxLayout(rule))->addWidget(_mCopyRule);
 
+    _btnCheckVersion->setObjectName(QStringLiteral("_btnCheckVersion"));
+
     auto* buttons = new QDialogButtonBox;
     _done = buttons->addButton(tr("Done"), QDialogButtonBox::AcceptRole);
     _done->setDefault(true);
@@ -90,6 +94,7 @@ PreferencesWindow::PreferencesWindow(Config& config, QWidget* parent)
     layout->setSpacing(12);
     layout->addWidget(folders);
     layout->addWidget(rule);
+    layout->addWidget(_btnCheckVersion);
     layout->addLayout(foot);
 }
 
@@ -100,6 +105,7 @@ void PreferencesWindow::showPref()
     const int rule = _config.copyRule();
     // Any other number overwrites as well.
     _mCopyRule->setSelectedRow(rule >= AskRule && rule <= SkipRule ? rule : OverwriteRule);
+    _btnCheckVersion->setChecked(_config.checkVersion());
     _fields[0]->setFocus();
     show();
 }
@@ -109,6 +115,7 @@ void PreferencesWindow::endPref()
     for (int i = 0; i < Config::FolderCount; ++i)
         _config.setFolderPath(Config::Folder(i), _fields[std::size_t(i)]->text());
     _config.setCopyRule(_mCopyRule->selectedRow());
+    _config.setCheckVersion(_btnCheckVersion->isChecked());
     _config.save();
     accept();
 }

@@ -6,12 +6,14 @@
 
 #include <array>
 
+class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 class RadioMatrix;
 
-/// The preferences: a destination folder for each category, and the rule for name clashes.
+/// The preferences: a destination folder for each category, the rule for name clashes, and
+/// whether to look for new versions.
 class PreferencesWindow final : public QDialog
 {
     Q_OBJECT
@@ -22,7 +24,7 @@ public:
     void showPref();
 
 public Q_SLOTS:
-    /// Stores all fields and the rule, and closes.
+    /// Stores all fields, the rule and the switch, and closes.
     void endPref();
     /// Asks for the folder of a field. Tags count from 1 here; any other tag belongs to no field,
     /// and what is chosen goes nowhere.
@@ -34,6 +36,7 @@ private:
     Config& _config;
     std::array<QLineEdit*, Config::FolderCount> _fields{};
     RadioMatrix* _mCopyRule;
+    QCheckBox* _btnCheckVersion;
     QLabel* _hint;
     QPushButton* _done = nullptr;
 };

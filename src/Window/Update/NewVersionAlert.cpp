@@ -1,0 +1,34 @@
+#include "Window/Update/NewVersionAlert.h"
+
+#include "Base/Program.h"
+#include "Platform/Workspace.h"
+
+#include <QCoreApplication>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QUrl>
+
+void NewVersionAlert::show(QWidget& window, const QString& version, const QUrl& downloadPage)
+{
+    const auto tr = [](const char* text) {
+        return QCoreApplication::translate("NewVersionAlert", text);
+    };
+    const QString title = tr("%1 New Version").arg(Program::briefName());
+    auto* box =
+        new QMessageBox(QMessageBox::Information, title, title, QMessageBox::NoButton, &window);
+    box->setObjectName(QStringLiteral("_alertNewVersion"));
+    // What the service says is a text, whatever it looks like. The box's own format does not
+    // reach its second text.
+    box->setInformativeText(tr("New version %1 found!").arg(version));
+    const auto labels = box->findChildren<QLabel*>();
+    for (QLabel* label : labels)
+        label->setTextFormat(Qt::PlainText);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowModality(Qt::ApplicationModal);
+    box->setDefaultButton(box->addButton(tr("Download"), QMessageBox::AcceptRole));
+    box->addButton(tr("Cancel"), QMessageBox::RejectRole);
+    QObject::connect(box, &QMessageBox::accepted, box,
+                     [downloadPage] { Workspace::openAddress(downloadPage); });
+    box->show();
+}
