@@ -123,6 +123,69 @@ TEST_F(sqlTrackDbTest, BuildsThePathFromTheLocationAloneWhereTheBaseIsUnknown)
     EXPECT_TRUE(db.tracks()[2]->path.isNull());
 }
 
+TEST_F(sqlTrackDbTest, JoinsBaseAndLocationWhateverSeparatorsTheyHave)
+{
+    struct Case {
+        const char* base;
+        const char* location;
+        const char* path;
+    };
+    const std::vector<Case> cases = {
+        {"Music", "a.mp3", "/Volumes/P/Music/a.mp3"},
+        {"/Music/", "/a.mp3", "/Volumes/P/Music/a.mp3"},
+        {":iPod:Music", "F00:a.mp3", "/Volumes/P/iPod/Music/F00/a.mp3"},
+        {"Music///", "x", "/Volumes/P/Music/x"},
+        {"Music:::", "x", "/Volumes/P/Music////x"},
+        {"Music::::::::", "", "/Volumes/P/Music////////"},
+        {"/", "x", "/Volumes/P/x"},
+        {":::", ":x", "/Volumes/P/x"},
+        {"Music", ":x", "/Volumes/P/Music//x"},
+        {"Music", "\xd1\x91.mp3", "/Volumes/P/Music/\xd1\x91.mp3"},
+        {"", "/x", "/Volumes/P/x"},
+    };
+    create();
+    auto base = locations.into("base_location (id, path)", 2);
+    auto file = locations.into("location (item_pid, base_location_id, location)", 3);
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        const QByteArray id = QByteArray::number(i + 1);
+        addItem(id, "T");
+        addMember(id, "100");
+        base.add({qint64(i + 1), QString::fromUtf8(cases[i].base)});
+        file.add({qint64(i + 1), qint64(i + 1), QString::fromUtf8(cases[i].location)});
+    }
+    const std::vector<Track*>& tracks = read().tracks();
+    ASSERT_EQ(tracks.size(), cases.size());
+    for (std::size_t i = 0; i < cases.size(); ++i)
+        EXPECT_EQ(tracks[i]->path, QString::fromUtf8(cases[i].path)) << i;
+}
+
+TEST_F(sqlTrackDbTest, LinksEveryRowOfALongTable)
+{
+    constexpr int Count = 1000; // many times as many as are looked up at once
+    create();
+    library.run("begin");
+    locations.run("begin");
+    for (int i = Count; i > 0; --i) {
+        addItem(QByteArray::number(i), "T" + QByteArray::number(i % 7));
+        addMember(QByteArray::number(i), "100");
+    }
+    auto file = locations.into("location (item_pid, location)", 2);
+    for (int i = 1; i <= Count; ++i)
+        file.add({i, QString("%1.mp3").arg(i)});
+    library.run("update item set album = 'Album ' || (pid % 5), artist = 'A ' || (pid % 300)");
+    library.run("commit");
+    locations.run("commit");
+    const std::vector<Track*>& tracks = read().tracks();
+    ASSERT_EQ(tracks.size(), std::size_t(Count));
+    for (int i = Count; i > 0; --i) {
+        const Track& track = *tracks[std::size_t(Count - i)];
+        EXPECT_EQ(track.title, QString("T%1").arg(i % 7));
+        EXPECT_EQ(track.album, QString("Album %1").arg(i % 5));
+        EXPECT_EQ(track.artist, QString("A %1").arg(i % 300));
+        EXPECT_EQ(track.path, QString("/Volumes/P/%1.mp3").arg(i));
+    }
+}
+
 TEST_F(sqlTrackDbTest, TakesTheLaterOfTwoItemsThatDifferAboveBit31)
 {
     create();

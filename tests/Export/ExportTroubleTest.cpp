@@ -1,5 +1,7 @@
 // What goes wrong during an export, and whether the report can be trusted about it.
 
+#include "Device/BookDb.h"
+#include "support/BookCatalogue.h"
 #include "support/FolderDevice.h"
 #include "support/PlayerFixture.h"
 #include "support/PrivateMounts.h"
@@ -187,6 +189,31 @@ TEST_F(FolderItem, ArrivesAsOneArchiveOfItsOwnName)
     EXPECT_FALSE(QFileInfo::exists(packed() + ".zip"));
     EXPECT_TRUE(Files::read(packed()).contains("mimetypeapplication/epub+zip"));
     EXPECT_EQ(item(0).bytes, 27);
+}
+
+TEST_F(FolderItem, OfACatalogueArrivesAsOneArchiveOfItsOwnName)
+{
+    const auto list = [](const QString& name) {
+        return BookCatalogue::write({{{{"Name", name},
+                                       {"Artist", "R. Alder"},
+                                       {"Album", "Notes"},
+                                       {"Path", name + ".epub"}}}});
+    };
+    Files::write(path("phone/Books/Books.plist"), list("Notes"));
+    Files::write(path("phone/Books/Purchases/Purchases.plist"), list("Bought"));
+    Files::write(path("phone/Books/Purchases/Bought.epub/mimetype"), "application/epub+zip");
+    ASSERT_NE(phone->bookDb(), nullptr);
+    ExportJob(phone, config, host, report, host.toStop).exportTracks(phone->bookDb()->bookList());
+    EXPECT_EQ(results(), QStringList({"copied", "copied"}));
+    const QString bought = out("Books/R. Alder/Notes/Bought.epub");
+    EXPECT_EQ(item(0).to, packed());
+    EXPECT_EQ(item(1).to, bought);
+    for (const QString& file : {packed(), bought}) {
+        EXPECT_TRUE(QFileInfo(file).isFile()) << qPrintable(file);
+        EXPECT_TRUE(Files::read(file).contains("mimetypeapplication/epub+zip"));
+    }
+    EXPECT_EQ(QDir(out("Books/R. Alder/Notes")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+              QStringList({"Bought.epub", "Notes.epub"}));
 }
 
 TEST_F(FolderItem, IsNotPackedIntoAFolderOfThePersons)

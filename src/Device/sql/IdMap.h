@@ -1,80 +1,78 @@
 #pragma once
 
+#include <QRandomGenerator>
 #include <QtGlobal>
 
+#include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <vector>
 
-/// Finds records by ids whose bits are as good as random. Tables of one database mostly list the
-/// same ids in the same order, so the record after the one found last is tried first.
+/// Finds records by ids whose bits are as good as random, so that nearly every look-up has to
+/// wait for memory. Whoever has many to do says so before: `expect` them all, then `find` them.
 template <typename Record>
 class IdMap
 {
 public:
     /// Of equal ids the last one set counts.
-    void set(qint32 id, Record* record)
+    void set(qint32 id, Record* record) { _entries.push_back({id, record}); }
+
+    /// Says that `find` will be asked for the id.
+    void expect(qint32 id)
     {
-        if ((_entries.size() + 1) * 2 > _slots.size())
-            grow();
-        Slot& slot = _slots[place(id)];
-        if (slot.number != 0) {
-            _entries[slot.number - 1].record = record;
-            return;
-        }
-        _entries.push_back({id, record});
-        slot = {id, quint32(_entries.size())};
+        index();
+        __builtin_prefetch(&_slots[home(id)]);
     }
 
     /// Null for an unknown id.
     [[nodiscard]] Record* find(qint32 id)
     {
-        if (_next < _entries.size() && _entries[_next].id == id)
-            return _entries[_next++].record;
-        if (_entries.empty())
-            return nullptr;
-        const Slot& slot = _slots[place(id)];
-        if (slot.number == 0)
-            return nullptr;
-        _next = slot.number;
-        return _entries[slot.number - 1].record;
+        index();
+        return _slots[place(id)].record;
     }
 
 private:
     struct Entry {
         qint32 id = 0;
-        Record* record = nullptr;
+        Record* record = nullptr; ///< null in a free slot
     };
-    /// An entry's number plus one; 0 is a free slot.
-    struct Slot {
-        qint32 id = 0;
-        quint32 number = 0;
-    };
-    static constexpr std::size_t FirstSize = 1024;
+    static constexpr int Bits = 64;
+    static constexpr std::size_t ReadAhead = 16;
 
-    /// The slot that has the id, or the free one where it belongs. A size is a power of two, and
-    /// half of the slots are free.
+    /// Where the search for an id begins. Ids are taken from a file that may mean harm; with a
+    /// factor that nobody can foresee it cannot choose ids that meet in one place.
+    [[nodiscard]] std::size_t home(qint32 id) const { return quint32(id) * _factor >> _shift; }
+
+    /// The slot that has the id, or the free one where it belongs.
     [[nodiscard]] std::size_t place(qint32 id) const
     {
-        constexpr quint64 Spread = 0x9E3779B97F4A7C15;
-        constexpr int HighBits = 32;
-        const std::size_t mask = _slots.size() - 1;
-        std::size_t slot = (quint32(id) * Spread) >> HighBits & mask;
-        while (_slots[slot].number != 0 && _slots[slot].id != id)
-            slot = (slot + 1) & mask;
+        std::size_t slot = home(id);
+        while (_slots[slot].record && _slots[slot].id != id)
+            slot = (slot + 1) & (_slots.size() - 1);
         return slot;
     }
 
-    void grow()
+    /// Puts all that was set since the last time into slots, of which a third or more is free.
+    void index()
     {
-        std::vector<Slot> old(_slots.empty() ? FirstSize : _slots.size() * 2);
-        old.swap(_slots);
-        for (const Slot& slot : old) {
-            if (slot.number != 0)
-                _slots[place(slot.id)] = slot;
+        if (_indexed == _entries.size() && !_slots.empty())
+            return;
+        const std::size_t size = std::bit_ceil(std::max<std::size_t>(_entries.size() * 3 / 2, 2));
+        if (size != _slots.size()) {
+            _slots.assign(size, {});
+            _shift = Bits - std::countr_zero(size);
+            _indexed = 0;
+        }
+        for (; _indexed < _entries.size(); ++_indexed) {
+            if (_indexed + ReadAhead < _entries.size())
+                __builtin_prefetch(&_slots[home(_entries[_indexed + ReadAhead].id)], 1);
+            _slots[place(_entries[_indexed].id)] = _entries[_indexed];
         }
     }
 
     std::vector<Entry> _entries;
-    std::vector<Slot> _slots;
-    std::size_t _next = 0;
+    std::vector<Entry> _slots;
+    std::size_t _indexed = 0;
+    int _shift = 0;
+    quint64 _factor = QRandomGenerator::global()->generate64() | 1U;
 };

@@ -63,17 +63,18 @@ void sql5TrackDb::readItems(Found& found, Statement items)
 {
     while (items.step()) {
         Track& track = newTrack();
-        track.genre = found.texts.shared(items.utf8(2));
+        found.texts.share(items.utf8(2), track.genre);
         track.title = TextPool::decode(items.utf8(3));
         track.path = path(found, items.id(1), items.utf8(4));
         track.type = mediaTypeToTrackType(items.number(5));
         track.duration = seconds(items.real(6));
         track.isPodcast = items.number(7) != 0;
-        track.album = found.texts.shared(items.utf8(8));
-        track.artist = found.texts.shared(items.utf8(9));
+        found.texts.share(items.utf8(8), track.album);
+        found.texts.share(items.utf8(9), track.artist);
         found.items.set(items.id(0), &track);
         list(track);
     }
+    found.texts.finish();
 }
 
 void sql5TrackDb::readMembers(Found& found, Statement containerItems)
@@ -84,12 +85,13 @@ void sql5TrackDb::readMembers(Found& found, Statement containerItems)
 
 void sql5TrackDb::addMembers(Found& found, qint32 container, ByteView members)
 {
-    for (std::size_t offset = 0; offset < members.size(); offset += BytesPerMember) {
-        // An entry that is cut ends the reading of the database.
-        const ByteView entry = Utility::bytesOfData(members, offset, BytesPerMember);
-        Track* track = found.items.find(Utility::readIntFromData(entry, 0));
-        // The members of the primary container are in `tracks` already.
-        if (track && container != found.primaryContainerId)
-            addMember(found, container, *track);
+    const std::size_t whole = members.size() - members.size() % BytesPerMember;
+    // The members of the primary container are in `tracks` already.
+    if (container != found.primaryContainerId) {
+        for (std::size_t offset = 0; offset < whole; offset += BytesPerMember)
+            addMember(found, {Utility::readIntFromData(members, offset), container});
+        finishMembers(found);
     }
+    if (whole != members.size()) // an entry that is cut ends the reading of the database
+        (void)Utility::bytesOfData(members, whole, BytesPerMember);
 }

@@ -65,25 +65,20 @@ void sqlTrackDb::readItems(Found& found, Statement items)
         track.title = TextPool::decode(items.utf8(1));
         track.isPodcast = items.number(2) != 0;
         track.type = mediaTypeToTrackType(items.number(3));
-        track.album = found.texts.shared(items.utf8(4));
-        track.artist = found.texts.shared(items.utf8(5));
-        track.genre = found.texts.shared(items.utf8(6));
+        found.texts.share(items.utf8(4), track.album);
+        found.texts.share(items.utf8(5), track.artist);
+        found.texts.share(items.utf8(6), track.genre);
         track.duration = items.real(7) / MillisecondsPerSecond;
         found.items.set(items.id(0), &track);
     }
+    found.texts.finish();
 }
 
 void sqlTrackDb::readMembers(Found& found, Statement members)
 {
-    while (members.step()) {
-        Track* track = found.items.find(members.id(0));
-        if (!track)
-            continue;
-        if (members.id(1) == found.primaryContainerId)
-            list(*track);
-        else
-            addMember(found, members.id(1), *track);
-    }
+    while (members.step())
+        addMember(found, {members.id(0), members.id(1)});
+    finishMembers(found);
 }
 
 void sqlTrackDb::readLocations(Found& found, const Database& locations) const
@@ -91,8 +86,7 @@ void sqlTrackDb::readLocations(Found& found, const Database& locations) const
     readBaseLocations(found, locations.prepare("select id, path from base_location"));
     Statement files =
         locations.prepare("select item_pid, base_location_id, location from location");
-    while (files.step()) {
-        if (Track* track = found.items.find(files.id(0)))
-            track->path = path(found, files.id(1), files.utf8(2));
-    }
+    while (files.step())
+        addFile(found, {files.id(0), path(found, files.id(1), files.utf8(2))});
+    finishFiles(found);
 }
