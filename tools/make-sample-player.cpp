@@ -3,6 +3,7 @@
 #include "Base/PathName.h"
 #include "Base/Utility.h"
 #include "support/LargeLibrary.h"
+#include "support/SamplePhone.h"
 #include "support/SamplePlayer.h"
 
 #include <QDir>
@@ -45,28 +46,33 @@ int report(const QString& folder, const QString& problem)
         std::fprintf(stderr, "make-sample-player: %s\n", qPrintable(problem));
         return 1;
     }
-    std::printf("A player stands in %s\n", qPrintable(folder));
+    std::printf("It stands in %s\n", qPrintable(folder));
     return 0;
 }
 } // namespace
 
 int main(int argc, char** argv)
 {
-    CLI::App app("Writes a sample player into a folder");
+    CLI::App app("Writes a sample player, or a sample phone, into a folder");
     std::string folderArgument;
+    bool phone = false;
     int trackCount = 0;
     app.add_option("DIR", folderArgument, "The folder: a new or an empty one")->required();
-    app.add_option("--tracks", trackCount,
-                   "Write a generated library of so many tracks, without media files")
-        ->check(CLI::Range(1, MostTracks));
+    auto* tracks = app.add_option("--tracks", trackCount,
+                                  "Write a generated library of so many tracks, without media "
+                                  "files");
+    tracks->check(CLI::Range(1, MostTracks));
     auto format = SamplePlayer::Format::ITunesDb;
-    app.add_option("--format", format, "How the player keeps its library")
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, SamplePlayer::Format>{
-                {"itunesdb", SamplePlayer::Format::ITunesDb},
-                {"library", SamplePlayer::Format::Library},
-                {"medialibrary", SamplePlayer::Format::MediaLibrary}},
-            CLI::ignore_case));
+    auto* formats = app.add_option("--format", format, "How the player keeps its library");
+    formats->transform(CLI::CheckedTransformer(
+        std::map<std::string, SamplePlayer::Format>{
+            {"itunesdb", SamplePlayer::Format::ITunesDb},
+            {"library", SamplePlayer::Format::Library},
+            {"medialibrary", SamplePlayer::Format::MediaLibrary}},
+        CLI::ignore_case));
+    app.add_flag("--phone", phone, "Write a whole phone, for simulated-phone to play")
+        ->excludes(tracks)
+        ->excludes(formats);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -79,6 +85,8 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "make-sample-player: %s is not empty\n", qPrintable(folder));
         return UsageError;
     }
+    if (phone)
+        return report(folder, SamplePhone::write(folder));
     return report(folder, trackCount > 0 ? writeLarge(folder, trackCount, format)
                                          : SamplePlayer::write(folder, format));
 }

@@ -35,6 +35,7 @@ void PhotoGrid::setPhotos(const std::vector<Photo*>& photos, const PreviewPass* 
 {
     _currentPhotos.setPhotos(photos);
     clearSelection();
+    _collectionView->scrollToTop();
     _previews = previews;
     _previewsShown = previews ? previews->done() : 0;
     if (previews && !previews->finished())
@@ -62,17 +63,12 @@ void PhotoGrid::setMenu(QMenu* menu)
 
 std::vector<Photo*> PhotoGrid::selectedPhotos() const
 {
-    std::vector<int> rows;
-    for (const QItemSelectionRange& range : _collectionView->selectionModel()->selection()) {
-        for (int row = range.top(); row <= range.bottom(); ++row)
-            rows.push_back(row);
-    }
-    std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    const std::vector<bool> isSelected = selectedRows();
     std::vector<Photo*> selected;
-    selected.reserve(rows.size());
-    for (const int row : rows)
-        selected.push_back(photos()[std::size_t(row)]);
+    for (std::size_t row = 0; row < isSelected.size(); ++row) {
+        if (isSelected[row])
+            selected.push_back(photos()[row]);
+    }
     return selected;
 }
 
@@ -88,11 +84,26 @@ void PhotoGrid::selectAll()
 
 void PhotoGrid::invertSelection()
 {
-    if (photos().empty())
-        return;
-    const QItemSelection all(_currentPhotos.index(0),
-                             _currentPhotos.index(_currentPhotos.rowCount() - 1));
-    _collectionView->selectionModel()->select(all, QItemSelectionModel::Toggle);
+    // Toggling would compare every selected range with every other.
+    const std::vector<bool> isSelected = selectedRows();
+    QItemSelection others;
+    for (auto row = isSelected.begin(); row != isSelected.end();) {
+        const auto first = std::find(row, isSelected.end(), false);
+        row = std::find(first, isSelected.end(), true);
+        if (first != row) {
+            others.append({_currentPhotos.index(int(first - isSelected.begin())),
+                           _currentPhotos.index(int(row - isSelected.begin()) - 1)});
+        }
+    }
+    _collectionView->selectionModel()->select(others, QItemSelectionModel::ClearAndSelect);
+}
+
+std::vector<bool> PhotoGrid::selectedRows() const
+{
+    std::vector<bool> rows(photos().size());
+    for (const QItemSelectionRange& range : _collectionView->selectionModel()->selection())
+        std::fill(rows.begin() + range.top(), rows.begin() + range.bottom() + 1, true);
+    return rows;
 }
 
 void PhotoGrid::clearSelection()

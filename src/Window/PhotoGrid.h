@@ -38,6 +38,8 @@ Q_SIGNALS:
 
 private:
     void showNewPreviews();
+    /// For each photo, whether it is selected.
+    [[nodiscard]] std::vector<bool> selectedRows() const;
 
     NSCollectionViewEx* _collectionView;
     PhotoGridModel _currentPhotos;

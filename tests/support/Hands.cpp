@@ -53,6 +53,31 @@ void Hands::clickCell(QAbstractItemView* view, const QModelIndex& index, int but
     clickAt(view->viewport(), view->visualRect(index).center(), button, times);
 }
 
+void Hands::drag(QWidget* widget, QPoint from, QPoint to)
+{
+    EXPECT_TRUE(waitUntil([&] { return widget->isVisible(); }));
+    const auto moveTo = [widget](QPoint position) {
+        const QPoint onScreen = widget->mapToGlobal(position);
+        xdotool({QStringLiteral("mousemove"), QString::number(onScreen.x()),
+                 QString::number(onScreen.y())});
+    };
+    moveTo(from);
+    xdotool({QStringLiteral("mousedown"), QStringLiteral("1")});
+    moveTo((from + to) / 2);
+    moveTo(to);
+    xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
+}
+
+void Hands::hold(const QString& key)
+{
+    xdotool({QStringLiteral("keydown"), key});
+}
+
+void Hands::letGo(const QString& key)
+{
+    xdotool({QStringLiteral("keyup"), key});
+}
+
 void Hands::key(const QString& name)
 {
     xdotool({QStringLiteral("key"), name});

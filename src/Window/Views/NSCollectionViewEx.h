@@ -16,8 +16,16 @@ public:
     void setMenu(QMenu* menu) { _menu = menu; }
     [[nodiscard]] QMenu* menuForEvent() const { return _menu; }
 
+    /// The item of a point: that whose bounds hold it, whichever part of the item is there.
+    [[nodiscard]] QModelIndex indexAt(const QPoint& point) const override;
+
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                     const QList<int>& roles) override;
 
 private:
     QMenu* _menu = nullptr;
