@@ -76,7 +76,7 @@ protected:
         QDBusMessage message = QDBusMessage::createMethodCall(
             Mpv, "/org/mpris/MediaPlayer2", "org.freedesktop.DBus.Properties", "Get");
         message << "org.mpris.MediaPlayer2.Player" << name;
-        return bus.connect().call(message).arguments().value(0).value<QDBusVariant>().variant();
+        return bus.own().call(message).arguments().value(0).value<QDBusVariant>().variant();
     }
     bool plays(const QString& file)
     {
