@@ -41,6 +41,14 @@ QString defaultPlayer(const QMimeType& type)
     }
     return {};
 }
+/// Playlists count as "audio" as well, but lead to any address.
+bool isListOfAddresses(const QMimeType& type)
+{
+    static const QStringList lists = {
+        QStringLiteral("audio/x-mpegurl"), QStringLiteral("audio/x-scpls"),
+        QStringLiteral("audio/x-ms-asx"), QStringLiteral("video/vnd.mpegurl")};
+    return lists.contains(type.name()) || type.inherits(QStringLiteral("text/plain"));
+}
 } // namespace
 
 QString MediaPlayer::privateCopyPath(const QString& fileName)
@@ -69,8 +77,7 @@ bool MediaPlayer::isPlayable(const QString& path)
         types = {database.mimeTypeForFile(path)};
     for (const QMimeType& type : types) {
         const bool isMedia = type.name().startsWith(u"audio/") || type.name().startsWith(u"video/");
-        // Lists of addresses are "audio" as well, but text that leads anywhere.
-        if (!isMedia || type.inherits(QStringLiteral("text/plain")))
+        if (!isMedia || isListOfAddresses(type))
             return false;
     }
     // A text under a name of music: no player has any use for it, other programs might.

@@ -118,8 +118,13 @@ bool MprisPlayer::play(const QString& path, const QString& desktopEntry,
             opened = QDeadlineTimer(OpenMilliseconds);
         if (!names.isEmpty() && opened.hasExpired()) {
             const QString address = QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
-            return players.call(names.front(), QStringLiteral("OpenUri"), {address}) &&
-                   players.call(names.front(), play);
+            if (!players.call(names.front(), QStringLiteral("OpenUri"), {address}))
+                return false;
+            // It answers before it has the file, and a word that comes too early is lost.
+            const QDeadlineTimer loaded(OpenMilliseconds);
+            while (!players.hasOpened(names.front(), path) && !loaded.hasExpired() && !stop())
+                QThread::msleep(PauseMilliseconds);
+            return players.call(names.front(), play);
         }
         QThread::msleep(PauseMilliseconds);
     }

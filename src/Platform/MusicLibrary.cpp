@@ -55,6 +55,11 @@ void MusicLibrary::findApplication(QObject* context,
                                    std::function<void(const QString& name)> found)
 {
     const QDBusConnection bus = SessionBus::connection();
+    if (!bus.isConnected()) { // then no answer ever comes, not even that there is none
+        QMetaObject::invokeMethod(
+            context, [found = std::move(found)] { found({}); }, Qt::QueuedConnection);
+        return;
+    }
     auto* watcher = new QDBusPendingCallWatcher(
         bus.asyncCall(askForServices(), SessionBus::TimeLimit), context);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,

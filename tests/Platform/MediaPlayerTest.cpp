@@ -58,7 +58,10 @@ protected:
     {
         player.setStandardErrorFile(QProcess::nullDevice());
         player.start("mpv", QStringList({"--idle", "--no-video", "--ao=null"}) + more);
-        ASSERT_TRUE(waitUntil([this] { return bus.processOf(Mpv) != 0; }));
+        // It is on the bus before it can play.
+        ASSERT_TRUE(waitUntil([this] {
+            return bus.processOf(Mpv) != 0 && property("PlaybackStatus").isValid();
+        }));
     }
     /// Opens on a thread, as a job does.
     bool open(const QString& file, bool stop = false)
@@ -76,14 +79,16 @@ protected:
         QDBusMessage message = QDBusMessage::createMethodCall(
             Mpv, "/org/mpris/MediaPlayer2", "org.freedesktop.DBus.Properties", "Get");
         message << "org.mpris.MediaPlayer2.Player" << name;
-        return bus.connect().call(message).arguments().value(0).value<QDBusVariant>().variant();
+        return bus.own().call(message).arguments().value(0).value<QDBusVariant>().variant();
     }
+    /// By the position: once idle, this player goes on calling itself stopped until it pauses.
     bool plays(const QString& file)
     {
         return waitUntil([&] {
             const auto metadata = qdbus_cast<QVariantMap>(property("Metadata"));
             return QUrl(metadata.value("xesam:url").toString()).toLocalFile() == file &&
-                   property("PlaybackStatus").toString() == "Playing";
+                   property("PlaybackStatus").toString() != "Paused" &&
+                   property("Position").toLongLong() > 0;
         });
     }
 
@@ -101,7 +106,9 @@ TEST_F(MediaPlayerTest, TellsAPlayerThatRunsToOpenAndPlayTheFile)
     replaceOpening();
     startPlayer({"--loop-file=inf"});
     EXPECT_TRUE(open(sound()));
-    EXPECT_TRUE(plays(sound()));
+    EXPECT_TRUE(plays(sound()))
+        << property("PlaybackStatus").toString().toStdString() << " "
+        << qdbus_cast<QVariantMap>(property("Metadata"))["xesam:url"].toString().toStdString();
 }
 
 TEST_F(MediaPlayerTest, APlayerThatHasTheFileButWaitsIsToldToPlay)

@@ -4,6 +4,7 @@
 #include "Export/MusicHandOver.h"
 #include "Platform/RhythmboxLibrary.h"
 #include "Window/Dialogs/RadioMatrix.h"
+#include "support/PrivateBus.h"
 #include "support/SoundFile.h"
 #include "support/WindowFixture.h"
 
@@ -76,7 +77,7 @@ protected:
             RhythmboxLibrary::service(), "/org/gnome/Rhythmbox3/" + object,
             "org.gnome.Rhythmbox3." + object, method);
         message.setArguments(arguments);
-        return bus->connect().call(message);
+        return bus->own().call(message);
     }
     QStringList playlists()
     {

@@ -45,6 +45,7 @@ PrivateBus::PrivateBus(const QStringList& installedServices)
 
 PrivateBus::~PrivateBus()
 {
+    _own.reset();
     for (const QString& name : _connections)
         QDBusConnection::disconnectFromBus(name);
     _daemon.terminate();
@@ -58,11 +59,18 @@ QDBusConnection PrivateBus::connect()
     return QDBusConnection::connectToBus(_address, name);
 }
 
+QDBusConnection PrivateBus::own()
+{
+    if (!_own)
+        _own = connect();
+    return *_own;
+}
+
 qint64 PrivateBus::processOf(const QString& service)
 {
     QDBusMessage message = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetConnectionUnixProcessID"));
     message << service;
-    return connect().call(message).arguments().value(0).toLongLong();
+    return own().call(message).arguments().value(0).toLongLong();
 }
