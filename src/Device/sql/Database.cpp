@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 namespace
 {
@@ -26,13 +25,15 @@ constexpr int ShortestLengthLimit = 64 * KiB;
 constexpr int LongestLengthLimit = 64 * MiB;
 constexpr int MostSqlBytes = 256 * KiB; // schemas of devices have some hundred KiB at most
 constexpr int MostExpressionDepth = 500;
+/// Columns that are made from others double a statement with each step; ours have some hundreds.
+constexpr int MostInstructions = 25'000;
 
 /// A row takes more bytes than this in any table.
 constexpr qint64 LeastBytesPerRow = 4;
 /// Joined texts come again and again, but not as often as this.
 constexpr qint64 MostRepetition = 64;
 
-/// What statements and the views of a schema may do: read, and nothing that recurses.
+/// What statements and what a schema adds to them may do: read, and nothing that recurses.
 int authorize(void* /*context*/, int action, const char* /*third*/, const char* /*fourth*/,
               const char* /*database*/, const char* /*view*/)
 {
@@ -44,6 +45,24 @@ int authorize(void* /*context*/, int action, const char* /*third*/, const char* 
 void refuse(sqlite3_context* context, int /*count*/, sqlite3_value** /*values*/)
 {
     sqlite3_result_error(context, "not here", -1);
+}
+
+/// Functions that take time by the product of two lengths within one instruction, where nothing
+/// can end them. They may still be named: an index that needs one must not spoil its table.
+void refuseSlowFunctions(sqlite3* database)
+{
+    struct Function {
+        const char* name;
+        int arguments;
+    };
+    constexpr std::array Slow = {
+        Function{"instr", 2}, Function{"replace", 3}, Function{"trim", 2},
+        Function{"ltrim", 2}, Function{"rtrim", 2},   Function{"like", 2},
+        Function{"like", 3},  Function{"glob", 2},    Function{"json_patch", 2}};
+    constexpr int Harmless = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
+    for (const Function& function : Slow)
+        sqlite3_create_function(database, function.name, function.arguments, Harmless, nullptr,
+                                refuse, nullptr, nullptr);
 }
 } // namespace
 
@@ -146,18 +165,17 @@ void Database::harden(qint64 size)
     sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
     sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    // A dozen views of one another take minutes to prepare, and nothing can end that.
+    sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
     const qint64 length = std::clamp<qint64>(size, ShortestLengthLimit, LongestLengthLimit);
     sqlite3_limit(database, SQLITE_LIMIT_LENGTH, int(length));
     sqlite3_limit(database, SQLITE_LIMIT_SQL_LENGTH, MostSqlBytes);
     sqlite3_limit(database, SQLITE_LIMIT_EXPR_DEPTH, MostExpressionDepth);
+    sqlite3_limit(database, SQLITE_LIMIT_VDBE_OP, MostInstructions);
     sqlite3_limit(database, SQLITE_LIMIT_ATTACHED, 0);
     sqlite3_limit(database, SQLITE_LIMIT_WORKER_THREADS, 0);
     sqlite3_set_authorizer(database, authorize, nullptr);
-    // These take time by the product of two lengths within one instruction. A function of ours
-    // that is not called innocuous cannot be used in a schema at all.
-    for (const auto& [name, arguments] : {std::pair{"instr", 2}, std::pair{"replace", 3}})
-        sqlite3_create_function(database, name, arguments, SQLITE_UTF8, nullptr, refuse, nullptr,
-                                nullptr);
+    refuseSlowFunctions(database);
     _budget->checks = LeastChecks + size / BytesPerCheck;
     sqlite3_progress_handler(
         database, InstructionsBetweenChecks,

@@ -42,7 +42,7 @@ void SqlReader::readPrimaryContainer(Found& found, Statement info)
 
 void SqlReader::readBaseLocations(Found& found, Statement folders) const
 {
-    found.noBaseLocation = baseLocation({});
+    found.noBaseLocation = baseLocation(QLatin1String(""));
     while (folders.step()) {
         const qint32 id = folders.id(0);
         found.baseLocations.remove(id);
