@@ -36,11 +36,12 @@ public:
     /// The names of those whose desktop entry is the one that is looked for.
     QStringList wanted()
     {
-        const QDBusMessage answer = _bus.call(
-            QDBusMessage::createMethodCall(
-                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ListNames")),
-            QDBus::Block, CallMilliseconds);
+        const QDBusMessage answer =
+            _bus.call(QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
+                                                     QStringLiteral("/org/freedesktop/DBus"),
+                                                     QStringLiteral("org.freedesktop.DBus"),
+                                                     QStringLiteral("ListNames")),
+                      QDBus::Block, CallMilliseconds);
         QStringList names;
         for (const QString& name : answer.arguments().value(0).toStringList()) {
             if (name.startsWith(NamePrefix) && isWanted(name))
@@ -66,8 +67,7 @@ public:
     }
 
 private:
-    static QDBusMessage callOf(const QString& name, const QString& interface,
-                                 const QString& method)
+    static QDBusMessage callOf(const QString& name, const QString& interface, const QString& method)
     {
         return QDBusMessage::createMethodCall(name, QStringLiteral("/org/mpris/MediaPlayer2"),
                                               interface, method);
@@ -81,8 +81,8 @@ private:
 
     QVariant property(const QString& name, const QString& interface, const QString& property)
     {
-        QDBusMessage message = callOf(name, QStringLiteral("org.freedesktop.DBus.Properties"),
-                                        QStringLiteral("Get"));
+        QDBusMessage message =
+            callOf(name, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
         message << interface << property;
         const QDBusMessage answer = _bus.call(message, QDBus::Block, CallMilliseconds);
         // One that hangs is waited for once, not at every look.

@@ -51,8 +51,7 @@ std::unique_ptr<MusicLibrary> MusicLibrary::create()
     return application ? application->make(bus) : nullptr;
 }
 
-void MusicLibrary::findApplication(QObject* context,
-                                   std::function<void(const QString& name)> found)
+void MusicLibrary::findApplication(QObject* context, std::function<void(const QString& name)> found)
 {
     const QDBusConnection bus = SessionBus::connection();
     if (!bus.isConnected()) { // then no answer ever comes, not even that there is none
@@ -62,12 +61,11 @@ void MusicLibrary::findApplication(QObject* context,
     }
     auto* watcher = new QDBusPendingCallWatcher(
         bus.asyncCall(askForServices(), SessionBus::TimeLimit), context);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
-                     [watcher, found = std::move(found)] {
-                         const QDBusPendingReply<QStringList> reply = *watcher;
-                         const Application* application =
-                             reply.isValid() ? firstOf(reply.value()) : nullptr;
-                         watcher->deleteLater();
-                         found(application ? application->name : QString());
-                     });
+    QObject::connect(
+        watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, found = std::move(found)] {
+            const QDBusPendingReply<QStringList> reply = *watcher;
+            const Application* application = reply.isValid() ? firstOf(reply.value()) : nullptr;
+            watcher->deleteLater();
+            found(application ? application->name : QString());
+        });
 }

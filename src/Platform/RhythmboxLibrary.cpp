@@ -51,8 +51,7 @@ QString addressOf(const QString& path)
 {
     const QByteArray plain = "/!$&'()*+,=:@~-._";
     return QStringLiteral("file://") +
-           QString::fromLatin1(
-               QUrl::toPercentEncoding(QFileInfo(path).absoluteFilePath(), plain));
+           QString::fromLatin1(QUrl::toPercentEncoding(QFileInfo(path).absoluteFilePath(), plain));
 }
 
 bool isError(const QDBusMessage& answer)
@@ -143,15 +142,16 @@ MusicLibrary::Outcome RhythmboxLibrary::loadUri(const QString& address)
     QDBusMessage message = QDBusMessage::createMethodCall(
         Service, Path, QStringLiteral("org.gtk.Actions"), QStringLiteral("Activate"));
     message << QStringLiteral("load-uri")
-            << QVariant(QVariantList{QVariant::fromValue(LoadUri{address, false})}) << QVariantMap();
+            << QVariant(QVariantList{QVariant::fromValue(LoadUri{address, false})})
+            << QVariantMap();
     return outcomeOf(_bus.call(message, QDBus::Block, SessionBus::TimeLimit));
 }
 
 std::optional<MusicLibrary::Outcome> RhythmboxLibrary::lookUp(const QString& address)
 {
     QDBusMessage message = QDBusMessage::createMethodCall(
-        Service, Path + QStringLiteral("/RhythmDB"), QStringLiteral("org.gnome.Rhythmbox3.RhythmDB"),
-        QStringLiteral("GetEntryProperties"));
+        Service, Path + QStringLiteral("/RhythmDB"),
+        QStringLiteral("org.gnome.Rhythmbox3.RhythmDB"), QStringLiteral("GetEntryProperties"));
     message << address;
     const QDBusMessage answer = _bus.call(message, QDBus::Block, SessionBus::TimeLimit);
     if (isError(answer)) {

@@ -113,8 +113,8 @@ TEST_F(MusicHandOverTest, GivesTheFileToItsPlaylistsInOrder)
 {
     library.lists = {"Road"};
     give("/a.mp3", {"New", "Road"});
-    EXPECT_EQ(library.calls, QStringList({"open", "add /a.mp3", "create New", "/a.mp3 to New",
-                                          "/a.mp3 to Road"}));
+    EXPECT_EQ(library.calls,
+              QStringList({"open", "add /a.mp3", "create New", "/a.mp3 to New", "/a.mp3 to Road"}));
 }
 
 TEST_F(MusicHandOverTest, LeavesASmartPlaylistAloneAndFillsTheOthers)
@@ -144,8 +144,7 @@ TEST_F(MusicHandOverTest, ASecondExportAddsAgain)
 TEST_F(MusicHandOverTest, PassesOverAPlaylistWithoutAName)
 {
     give("/a.mp3", {QString(), "", "Road"});
-    EXPECT_EQ(library.calls,
-              QStringList({"open", "add /a.mp3", "create Road", "/a.mp3 to Road"}));
+    EXPECT_EQ(library.calls, QStringList({"open", "add /a.mp3", "create Road", "/a.mp3 to Road"}));
 }
 
 TEST_F(MusicHandOverTest, ReportsThatThereIsNoApplication)
@@ -179,9 +178,8 @@ TEST_F(MusicHandOverTest, ReportsARefusedPlaylistAndFillsTheOthers)
     library.onCreate["No"] = Outcome::Refused;
     library.onAddToPlaylist["Full"] = Outcome::Refused;
     give("/a.mp3", {"No", "Full", "Road"});
-    EXPECT_EQ(whys(),
-              QStringList({"Jukebox did not take the file into the playlist \"No\"",
-                           "Jukebox did not take the file into the playlist \"Full\""}));
+    EXPECT_EQ(whys(), QStringList({"Jukebox did not take the file into the playlist \"No\"",
+                                   "Jukebox did not take the file into the playlist \"Full\""}));
     EXPECT_TRUE(library.calls.contains("/a.mp3 to Road"));
 }
 

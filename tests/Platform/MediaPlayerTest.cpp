@@ -1,6 +1,7 @@
 // A file is opened and played: with a real player on a bus of its own.
 
 #include "Platform/MediaPlayer.h"
+
 #include "support/DesktopServices.h"
 #include "support/EventLoop.h"
 #include "support/Files.h"
@@ -59,9 +60,8 @@ protected:
         player.setStandardErrorFile(QProcess::nullDevice());
         player.start("mpv", QStringList({"--idle", "--no-video", "--ao=null"}) + more);
         // It is on the bus before it can play.
-        ASSERT_TRUE(waitUntil([this] {
-            return bus.processOf(Mpv) != 0 && property("PlaybackStatus").isValid();
-        }));
+        ASSERT_TRUE(waitUntil(
+            [this] { return bus.processOf(Mpv) != 0 && property("PlaybackStatus").isValid(); }));
     }
     /// Opens on a thread, as a job does.
     bool open(const QString& file, bool stop = false)
@@ -69,9 +69,8 @@ protected:
         auto done = std::async(std::launch::async, [file, stop] {
             return MediaPlayer::open(file, [stop] { return stop; });
         });
-        EXPECT_TRUE(waitUntil([&] {
-            return done.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
-        }));
+        EXPECT_TRUE(waitUntil(
+            [&] { return done.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
         return done.get();
     }
     QVariant property(const QString& name)
@@ -191,7 +190,9 @@ TEST_F(MediaPlayerTest, TakesTheTypesOfPlayersForSoundAndFilm)
     EXPECT_TRUE(MediaPlayer::isPlayable(path("movie")));
     for (const char* name : {"a.mp3", "a.m4a", "a.m4b", "a.m4p", "a.m4r", "a.m4v", "a.mp4", "a.aac",
                              "a.wav", "a.aif", "a.aiff", "a.aa", "a.3gp", "a.MP3"}) {
-        Files::write(path(QString::fromUtf8(name)), QByteArray("\0\0\0\x18" "ftypM4A ", 12));
+        Files::write(path(QString::fromUtf8(name)), QByteArray("\0\0\0\x18"
+                                                               "ftypM4A ",
+                                                               12));
         EXPECT_TRUE(MediaPlayer::isPlayable(path(QString::fromUtf8(name)))) << name;
     }
 }

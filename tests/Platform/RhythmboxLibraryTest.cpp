@@ -2,6 +2,7 @@
 // the window.
 
 #include "Platform/RhythmboxLibrary.h"
+
 #include "support/DesktopServices.h"
 #include "support/EventLoop.h"
 #include "support/Files.h"
@@ -31,9 +32,8 @@ protected:
             RhythmboxLibrary library(_connection);
             return body(library);
         });
-        EXPECT_TRUE(waitUntil([&] {
-            return done.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
-        }));
+        EXPECT_TRUE(waitUntil(
+            [&] { return done.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
         return done.get();
     }
     Outcome add(const QString& path, bool stop = false)

@@ -109,8 +109,8 @@ protected:
         return names;
     }
 
-    std::unique_ptr<PrivateBus> bus = std::make_unique<PrivateBus>(
-        QStringList({RhythmboxLibrary::service(), "ca.desrt.dconf"}));
+    std::unique_ptr<PrivateBus> bus =
+        std::make_unique<PrivateBus>(QStringList({RhythmboxLibrary::service(), "ca.desrt.dconf"}));
     ExportReport report;
     MusicHandOver handOver{report};
 
@@ -281,13 +281,12 @@ TEST_F(MusicApplicationTest, PlayDoesNothingDuringAnExport)
     controller->perform(Command::checkAll);
     Hands::key("ctrl+e");
     confirmExportMode();
-    ASSERT_TRUE(
-        waitUntil([this] { return part<QPushButton>("_btnExport")->text() == "Stop"; }));
+    ASSERT_TRUE(waitUntil([this] { return part<QPushButton>("_btnExport")->text() == "Stop"; }));
     controller->perform(Command::play);
     EXPECT_FALSE(part<QPushButton>("_btnPlay")->isEnabled());
-    EXPECT_FALSE(QFile::exists(QStandardPaths::writableLocation(
-                                   QStandardPaths::GenericCacheLocation) +
-                               "/Zell iPod iPhone Transfer/Playing"));
+    EXPECT_FALSE(
+        QFile::exists(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
+                      "/Zell iPod iPhone Transfer/Playing"));
     Hands::click(part<QPushButton>("_btnExport"));
     (void)closeAlert();
 }

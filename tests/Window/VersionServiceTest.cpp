@@ -69,11 +69,11 @@ TEST(VersionServiceTest, SendsItsParametersInTheirOrder)
         if (xml.readNext() != QXmlStreamReader::StartElement)
             continue;
         if (xml.attributes().isEmpty()) {
-            told.append(xml.namespaceUri() + u' ' + xml.name());
+            told.append(xml.namespaceUri().toString() + u' ' + xml.name().toString());
             continue;
         }
-        const auto type =
-            xml.attributes().value("http://www.w3.org/2001/XMLSchema-instance", "type");
+        const QString type =
+            xml.attributes().value("http://www.w3.org/2001/XMLSchema-instance", "type").toString();
         const QString name = xml.name().toString();
         told.append(name + u' ' + type + u' ' + xml.readElementText());
     }

@@ -17,8 +17,7 @@ enum Button { Left = 1, Right = 3 };
 void click(QWidget* widget, int button = Left, int times = 1);
 void clickAt(QWidget* widget, QPoint position, int button = Left, int times = 1);
 /// Clicks a cell of a view.
-void clickCell(QAbstractItemView* view, const QModelIndex& index, int button = Left,
-               int times = 1);
+void clickCell(QAbstractItemView* view, const QModelIndex& index, int button = Left, int times = 1);
 /// Moves the mouse from one point of a widget to another with its left button down.
 void drag(QWidget* widget, QPoint from, QPoint to);
 /// Presses a key and keeps it down until it is let go.

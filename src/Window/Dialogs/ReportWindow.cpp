@@ -30,9 +30,8 @@ ReportWindow::ReportWindow(const ExportReport& report, QWidget* parent)
     setWindowModality(Qt::ApplicationModal);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(tr("Report of the last export"));
-    auto* summary = new QLabel(tr("%1 of %2 items were not copied")
-                                   .arg(report.notCopiedCount())
-                                   .arg(report.items().size()));
+    auto* summary = new QLabel(
+        tr("%1 of %2 items were not copied").arg(report.notCopiedCount()).arg(report.copyCount()));
     auto* all = new QCheckBox(tr("Show &all items"));
     all->setObjectName(QStringLiteral("_btnAllItems"));
     connect(all, &QCheckBox::toggled, &_model, &ReportModel::showAll);
