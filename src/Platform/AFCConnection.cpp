@@ -268,7 +268,7 @@ void AFCConnection::perform(State& state, quint64 handle, AFCRead& read)
     const int error = seekError != 0 ? seekError : readInPlace(state, handle, read);
     if (endsConnection(error))
         state.lose();
-    read.error = seekError != 0 ? NotInPlace : error;
+    read.error = seekError != 0 ? NotInPlace : state.lost ? Lost : error;
 }
 
 std::shared_ptr<AFCRead> AFCConnection::fileRefReadLater(quint64 handle, qint64 offset,

@@ -162,7 +162,7 @@ TEST_P(PhoneSession, LosesAConnectionThatIsCut)
     quint32 size = 10;
     QByteArray bytes;
     EXPECT_EQ(afc->fileRefFinishRead(afc->fileRefReadLater(file, 0, size), size, bytes),
-              AFCConnection::Lost);
+              AFCConnection::NotInPlace);
     EXPECT_EQ(size, 10U);
     EXPECT_TRUE(afc->isLost());
     EXPECT_EQ(afc->fileRefClose(file), AFCConnection::Lost);
