@@ -121,6 +121,9 @@ void iPhoneFamily::AFCDeviceWasPaired(const std::shared_ptr<AFCDeviceRef>& ref)
 void iPhoneFamily::finish(const std::shared_ptr<Arrival>& arrival)
 {
     _arrivals.remove(arrival);
+    // Nobody need wait any longer for one that was pulled out meanwhile.
+    if (arrival->ref)
+        _heardOf.insert(arrival->ref->serialNumber());
     if (!_isStarted || (arrival->ref && arrival->ref->hasLeft()))
         return;
     if (arrival->purpose == Purpose::Reopening) {
@@ -130,8 +133,6 @@ void iPhoneFamily::finish(const std::shared_ptr<Arrival>& arrival)
         }
         remove(arrival->ref->serialNumber()); // what its readers know may have been cut short
     }
-    if (arrival->ref)
-        _heardOf.insert(arrival->ref->serialNumber());
     try {
         if (arrival->failure)
             std::rethrow_exception(arrival->failure);
