@@ -37,6 +37,15 @@ QByteArrayList textsAndFree(char** texts)
 }
 } // namespace
 
+/// A read that was asked for; the thread's alone until it has ended.
+struct AFCRead {
+    PatientThread::Ticket ticket = 0;
+    qint64 offset = 0;
+    QByteArray buffer; ///< as large as what is asked for
+    std::uint32_t count = 0;
+    int error = AFCConnection::Lost;
+};
+
 /// Shared with calls that nobody waits for any more.
 struct AFCConnection::State {
     explicit State(afc_client_private* newClient)
@@ -47,11 +56,18 @@ struct AFCConnection::State {
     State(const State&) = delete;
     State& operator=(const State&) = delete;
 
+    void lose()
+    {
+        if (!lost.exchange(true) && lostHandler)
+            lostHandler();
+    }
+
     afc_client_private* const client;
     /// Where the phone stands in each open file, as far as that is known; for the connection's
     /// thread only. A request on the way costs as much as many bytes.
     std::unordered_map<quint64, qint64> positions;
     std::atomic<bool> lost = false;
+    std::function<void()> lostHandler;
     std::atomic<std::chrono::milliseconds> patience = Patience;
 };
 
@@ -85,6 +101,11 @@ bool AFCConnection::isLost() const
     return _state->lost;
 }
 
+void AFCConnection::setLostHandler(std::function<void()> handler)
+{
+    _state->lostHandler = std::move(handler);
+}
+
 /// Runs `call(state.client, result)` on the connection's thread, which may outlive a wait that is
 /// given up.
 template <typename Call>
@@ -100,7 +121,7 @@ int AFCConnection::call(Call call)
         },
         _state->patience);
     if (!inTime || endsConnection(*error)) {
-        _state->lost = true;
+        _state->lose();
         return Lost;
     }
     return *error;
@@ -198,40 +219,100 @@ int AFCConnection::fileRefClose(quint64 handle)
     });
 }
 
-int AFCConnection::fileRefSeek(quint64 handle, qint64 offset)
+void AFCConnection::fileRefCloseLater(quint64 handle)
 {
-    return call([handle, offset](State& state) {
-        const auto known = state.positions.find(handle);
-        if (known != state.positions.end() && known->second == offset)
-            return 0;
-        const int result = afc_file_seek(state.client, handle, offset, SEEK_SET);
-        if (result == 0)
-            state.positions[handle] = offset;
-        else
-            state.positions.erase(handle);
-        return result;
+    _thread->post([state = _state, handle] {
+        state->positions.erase(handle);
+        if (!state->lost && endsConnection(afc_file_close(state->client, handle)))
+            state->lose();
     });
 }
 
-int AFCConnection::fileRefRead(quint64 handle, quint32& size, QByteArray& bytes)
+int AFCConnection::seek(State& state, quint64 handle, qint64 offset)
 {
-    const auto buffer = std::make_shared<QByteArray>(qsizetype(size), Qt::Uninitialized);
-    const auto count = std::make_shared<std::uint32_t>(0);
-    const int error = call([handle, buffer, count](State& state) {
-        const int result = afc_file_read(state.client, handle, buffer->data(),
-                                         std::uint32_t(buffer->size()), count.get());
-        const auto known = state.positions.find(handle);
-        if (known != state.positions.end() && result == 0)
-            known->second += *count;
-        else
-            state.positions.erase(handle);
-        return result;
+    const auto known = state.positions.find(handle);
+    if (known != state.positions.end() && known->second == offset)
+        return 0;
+    const int result = afc_file_seek(state.client, handle, offset, SEEK_SET);
+    if (result == 0)
+        state.positions[handle] = offset;
+    else
+        state.positions.erase(handle);
+    return result;
+}
+
+int AFCConnection::fileRefSeek(quint64 handle, qint64 offset)
+{
+    return call([handle, offset](State& state) { return seek(state, handle, offset); });
+}
+
+int AFCConnection::readInPlace(State& state, quint64 handle, AFCRead& read)
+{
+    const int result = afc_file_read(state.client, handle, read.buffer.data(),
+                                     std::uint32_t(read.buffer.size()), &read.count);
+    // Whatever was announced, this is what there is room for.
+    read.count = std::min(read.count, std::uint32_t(read.buffer.size()));
+    const auto known = state.positions.find(handle);
+    if (known != state.positions.end() && result == 0)
+        known->second += read.count;
+    else
+        state.positions.erase(handle);
+    return result;
+}
+
+void AFCConnection::perform(State& state, quint64 handle, AFCRead& read)
+{
+    if (state.lost)
+        return;
+    const int seekError = seek(state, handle, read.offset);
+    const int error = seekError != 0 ? seekError : readInPlace(state, handle, read);
+    if (endsConnection(error))
+        state.lose();
+    read.error = seekError != 0 ? NotInPlace : state.lost ? Lost : error;
+}
+
+std::shared_ptr<AFCRead> AFCConnection::fileRefReadLater(quint64 handle, qint64 offset,
+                                                         quint32 size, QByteArray buffer)
+{
+    auto read = std::make_shared<AFCRead>();
+    read->offset = offset;
+    read->buffer = std::move(buffer);
+    read->buffer.resize(qsizetype(size));
+    read->ticket =
+        _thread->post([state = _state, read, handle] { perform(*state, handle, *read); });
+    return read;
+}
+
+std::shared_ptr<AFCRead> AFCConnection::fileRefReadOn(quint64 handle,
+                                                      const std::shared_ptr<AFCRead>& before,
+                                                      QByteArray buffer)
+{
+    auto read = std::make_shared<AFCRead>();
+    read->buffer = std::move(buffer);
+    read->ticket = _thread->post([state = _state, read, before, handle] {
+        if (before->error != 0 || before->count == 0) {
+            read->error = NotAsked;
+            return;
+        }
+        read->offset = before->offset + before->count;
+        read->buffer.resize(qsizetype(before->count));
+        perform(*state, handle, *read);
     });
-    if (error != 0)
-        return error;
-    size = std::min(*count, size); // whatever was announced, this is what there is room for
-    buffer->truncate(qsizetype(size));
-    bytes = std::move(*buffer);
+    return read;
+}
+
+int AFCConnection::fileRefFinishRead(const std::shared_ptr<AFCRead>& read, quint32& size,
+                                     QByteArray& bytes)
+{
+    if (!_thread->wait(read->ticket, _state->patience)) {
+        _state->lose();
+        return Lost;
+    }
+    if (read->error != 0)
+        return read->error;
+    size = read->count;
+    read->buffer.truncate(qsizetype(size));
+    bytes = std::move(read->buffer);
     return 0;
 }
 

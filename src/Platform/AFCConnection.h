@@ -6,8 +6,10 @@
 #include <QByteArrayList>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
+struct AFCRead;
 struct afc_client_private;
 class PatientThread;
 
@@ -41,6 +43,10 @@ class AFCConnection
 public:
     /// What calls give on a connection that is lost or given up.
     static constexpr int Lost = 30;
+    /// What a read gives that did not come to the place where it should begin.
+    static constexpr int NotInPlace = -1;
+    /// What a read gives that was to follow one after which there is no going on.
+    static constexpr int NotAsked = -2;
     static constexpr std::chrono::milliseconds Patience{10'000};
 
     /// Null, and the error code in `error`, when the service cannot be reached.
@@ -55,6 +61,9 @@ public:
     void setPatience(std::chrono::milliseconds patience);
     /// Whether the connection is of no more use.
     [[nodiscard]] bool isLost() const;
+    /// Who hears, once and on any thread, that the connection has become of no use. Set it
+    /// before others use the connection.
+    void setLostHandler(std::function<void()> handler);
 
     int fileInfoOpen(const QString& path, AFCList& keysAndValues);
     int deviceInfoOpen(AFCList& keysAndValues);
@@ -66,10 +75,19 @@ public:
     /// Mode 2 reads and 3 writes.
     int fileRefOpen(const QString& path, qint64 mode, quint64& handle);
     int fileRefClose(quint64 handle);
+    /// The same without waiting for the answer.
+    void fileRefCloseLater(quint64 handle);
     int fileRefSeek(quint64 handle, qint64 offset);
-    /// Reads up to `size` bytes on from the position; `size` becomes the count read, unless it
-    /// failed.
-    int fileRefRead(quint64 handle, quint32& size, QByteArray& bytes);
+    /// Asks for up to `size` bytes at `offset` and does not wait for them. They come into the
+    /// memory of `buffer`.
+    std::shared_ptr<AFCRead> fileRefReadLater(quint64 handle, qint64 offset, quint32 size,
+                                              QByteArray buffer = {});
+    /// The same for what comes after `before`, and as many bytes as that will have given. Nothing
+    /// is asked if it fails or finds the end.
+    std::shared_ptr<AFCRead> fileRefReadOn(quint64 handle, const std::shared_ptr<AFCRead>& before,
+                                           QByteArray buffer = {});
+    /// Waits for the bytes; `size` becomes their count, unless it failed.
+    int fileRefFinishRead(const std::shared_ptr<AFCRead>& read, quint32& size, QByteArray& bytes);
     int fileRefWrite(quint64 handle, const QByteArray& bytes);
     int fileRefSetFileSize(quint64 handle, quint64 size);
 
@@ -78,6 +96,9 @@ private:
 
     template <typename Call>
     int call(Call call);
+    static int seek(State& state, quint64 handle, qint64 offset);
+    static int readInPlace(State& state, quint64 handle, AFCRead& read);
+    static void perform(State& state, quint64 handle, AFCRead& read);
 
     std::shared_ptr<State> _state;
     std::unique_ptr<PatientThread> _thread;

@@ -4,7 +4,6 @@
 
 #include <condition_variable>
 #include <csignal>
-#include <cstdint>
 #include <deque>
 #include <mutex>
 #include <thread>
@@ -25,10 +24,11 @@ void blockPipeSignal()
 /// Shared with the thread, which may outlive the object.
 struct PatientThread::State {
     std::mutex mutex;
-    std::condition_variable changed;
+    std::condition_variable hasWork; ///< for the thread
+    std::condition_variable changed; ///< for those who wait for it
     std::deque<Job> jobs;
-    std::uint64_t posted = 0;
-    std::uint64_t finished = 0;
+    Ticket posted = 0;
+    Ticket finished = 0;
     bool ending = false;
     bool stuck = false;
     bool ended = false;
@@ -52,34 +52,37 @@ PatientThread::~PatientThread()
 {
     std::unique_lock lock(_state->mutex);
     _state->ending = true;
-    _state->changed.notify_all();
+    _state->hasWork.notify_one();
     if (!_state->stuck)
         _state->changed.wait_for(lock, Farewell, [this] { return _state->ended; });
 }
 
 bool PatientThread::run(Job job, std::chrono::milliseconds limit)
 {
+    return !isStuck() && wait(post(std::move(job)), limit);
+}
+
+PatientThread::Ticket PatientThread::post(Job job)
+{
+    Ticket ticket = 0;
+    {
+        const std::lock_guard lock(_state->mutex);
+        _state->jobs.push_back(std::move(job));
+        ticket = ++_state->posted;
+    }
+    _state->hasWork.notify_one();
+    return ticket;
+}
+
+bool PatientThread::wait(Ticket ticket, std::chrono::milliseconds limit)
+{
     std::unique_lock lock(_state->mutex);
-    if (_state->stuck)
-        return false;
-    _state->jobs.push_back(std::move(job));
-    const std::uint64_t ticket = ++_state->posted;
-    _state->changed.notify_all();
     const auto isDone = [this, ticket] { return _state->finished >= ticket || _state->stuck; };
-    const bool inTime = _state->changed.wait_for(lock, limit, isDone);
-    if (!inTime) {
+    if (!_state->changed.wait_for(lock, limit, isDone)) {
         _state->stuck = true;
         _state->changed.notify_all();
     }
     return _state->finished >= ticket;
-}
-
-void PatientThread::post(Job job)
-{
-    const std::lock_guard lock(_state->mutex);
-    _state->jobs.push_back(std::move(job));
-    ++_state->posted;
-    _state->changed.notify_all();
 }
 
 bool PatientThread::isStuck() const
@@ -93,7 +96,7 @@ void PatientThread::work(const std::shared_ptr<State>& state)
     blockPipeSignal();
     std::unique_lock lock(state->mutex);
     for (;;) {
-        state->changed.wait(lock, [&] { return state->ending || !state->jobs.empty(); });
+        state->hasWork.wait(lock, [&] { return state->ending || !state->jobs.empty(); });
         if (state->jobs.empty())
             break;
         Job job = std::move(state->jobs.front());

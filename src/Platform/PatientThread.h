@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <memory>
 
@@ -14,6 +15,7 @@ class PatientThread
 {
 public:
     using Job = std::function<void()>;
+    using Ticket = std::uint64_t; ///< which of the jobs, in their order
 
     /// Runs `job` on a thread that nobody ever waits for.
     static void detached(Job job);
@@ -27,8 +29,9 @@ public:
     /// Runs `job` after those before it. False when it has not ended within `limit`; from then on
     /// every answer is false, at once.
     bool run(Job job, std::chrono::milliseconds limit);
-    /// The same without waiting.
-    void post(Job job);
+    /// The same in two steps: the first waits for nothing.
+    Ticket post(Job job);
+    bool wait(Ticket ticket, std::chrono::milliseconds limit);
     /// Whether somebody gave up waiting.
     [[nodiscard]] bool isStuck() const;
 

@@ -1,5 +1,6 @@
 #include "Base/Utility.h"
 #include "support/ConsoleRun.h"
+#include "support/LargeLibrary.h"
 #include "support/PrivateMounts.h"
 #include "support/SamplePlayer.h"
 #include "support/phone/PhoneFixture.h"
@@ -38,6 +39,17 @@ protected:
     {
         EXPECT_EQ(phone->writes(), 0);
         EXPECT_EQ(usb.savedRecords(), 0);
+    }
+
+    /// Puts a small library of the sample's first tracks in the place of the whole.
+    void useFewTracks(int count)
+    {
+        TestLibrary library = SamplePlayer::library();
+        library.tracks.resize(std::size_t(count));
+        library.playlists.clear();
+        EXPECT_EQ(SamplePlayer::write(path("few"), library), "");
+        QDir(onPhone("/iTunes_Control")).removeRecursively();
+        EXPECT_TRUE(QFile::rename(path("few/iPod_Control"), onPhone("/iTunes_Control")));
     }
 
     /// What a folder holds, by relative path.
@@ -140,15 +152,37 @@ TEST_F(PhoneConsole, GivesByteForByteWhatTheSameFilesGiveAsAFolder)
     EXPECT_EQ(copies, tree(path("b")));
 }
 
+TEST_F(PhoneConsole, ReadsEachDatabaseOfALibraryAtMostTwice)
+{
+    QDir(onPhone("/iTunes_Control")).removeRecursively();
+    EXPECT_EQ(SamplePlayer::writeLibrary(path("large"), largeLibrary(2000),
+                                         SamplePlayer::Format::MediaLibrary),
+              "");
+    EXPECT_TRUE(QFile::rename(path("large/iPod_Control"), onPhone("/iTunes_Control")));
+    usb.attach(phone);
+    EXPECT_EQ(ConsoleRun({"list", "--device", "phone-1"}).exitCode, 0);
+    const QHash<QString, int> opens = phone->opens();
+    EXPECT_TRUE(std::any_of(opens.keyBegin(), opens.keyEnd(), [](const QString& name) {
+        return name.endsWith("/MediaLibrary.sqlitedb");
+    }));
+    for (auto open = opens.begin(); open != opens.end(); ++open)
+        EXPECT_LE(open.value(), 2) << open.key().toStdString();
+}
+
 TEST_F(PhoneConsole, IsRightAboutEveryItemOfAPhoneThatIsPulledOut)
 {
     constexpr int Runs = 100;
+    useFewTracks(30);
+    qint64 wholeTime = 0;
     const auto whole = [&] {
         usb.attach(phone);
+        QElapsedTimer timer;
+        timer.start();
         EXPECT_EQ(
             ConsoleRun({"export", "all", "--to", path("whole"), "--quiet", "--clash", "number"})
                 .exitCode,
             0);
+        wholeTime = timer.elapsed();
         usb.detach(phone);
         return tree(path("whole"));
     }();
@@ -159,7 +193,7 @@ TEST_F(PhoneConsole, IsRightAboutEveryItemOfAPhoneThatIsPulledOut)
         QProcess program;
         program.start(ConsoleRun::program(), {"export", "all", "--to", out, "--report",
                                               out + ".log", "--quiet", "--clash", "number"});
-        QThread::msleep(QRandomGenerator::global()->bounded(500U));
+        QThread::msleep(QRandomGenerator::global()->bounded(quint32(wholeTime)));
         usb.detach(phone);
         ASSERT_TRUE(program.waitForFinished(60'000));
         ASSERT_EQ(program.exitStatus(), QProcess::NormalExit);

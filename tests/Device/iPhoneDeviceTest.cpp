@@ -216,7 +216,7 @@ TEST_F(iPhoneDeviceOnAPhone, EndsACopyFromAPhoneThatHangs)
 {
     Files::write(onPhone("/a"), Files::content(3 * MiB));
     files().connection().setPatience(std::chrono::milliseconds(200));
-    change([this](PhoneFaults& faults) { faults.hangAfterOperations = phone->operations() + 7; });
+    change([this](PhoneFaults& faults) { faults.hangAfterOperations = phone->operations() + 4; });
     EXPECT_EQ(device.copyOut("/a", out(), 0).end, End::Incomplete);
     EXPECT_TRUE(device.getFiles("/").isEmpty());
 }
@@ -225,7 +225,7 @@ TEST_F(iPhoneDeviceOnAPhone, EndsACopyFromAPhoneThatAnswersGarbage)
 {
     Files::write(onPhone("/a"), Files::content(3 * MiB));
     files().connection().setPatience(std::chrono::milliseconds(500));
-    change([](PhoneFaults& faults) { faults.garbageAfterOperations = 7; });
+    change([](PhoneFaults& faults) { faults.garbageAfterOperations = 4; });
     EXPECT_NE(device.copyOut("/a", out(), 0).end, End::Whole);
 }
 

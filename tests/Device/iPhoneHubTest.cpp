@@ -1,6 +1,7 @@
 #include "Device/iPhone/AFCFactory.h"
 #include "Device/iPhone/iPhoneDevice.h"
 #include "support/EventLoop.h"
+#include "support/PrivateMounts.h"
 #include "support/RecordingDelegate.h"
 #include "support/phone/PhoneFixture.h"
 
@@ -24,7 +25,38 @@ protected:
 
     RecordingDelegate delegate;
 };
+
+/// A computer that has a phone on its USB, as the kernel sees it, and nobody who reaches it.
+class PhoneWithoutService : public testing::Test
+{
+protected:
+    PhoneWithoutService()
+    {
+        PrivateMounts::enter(); // before any thread starts
+        Files::write(_folder.filePath("bus/usb/devices/1-1/idVendor"), "05ac\n");
+        Files::write(_folder.filePath("bus/usb/devices/1-1/idProduct"), "12a8\n");
+        _bus = PrivateMounts::Mount::bind(_folder.filePath("bus"), "/sys/bus");
+        qputenv("USBMUXD_SOCKET_ADDRESS", "UNIX:" + QFile::encodeName(_folder.filePath("nobody")));
+    }
+    ~PhoneWithoutService() override { Device::uninit(); }
+
+    RecordingDelegate delegate;
+
+private:
+    QTemporaryDir _folder;
+    std::unique_ptr<PrivateMounts::Mount> _bus;
+};
 } // namespace
+
+TEST_F(PhoneWithoutService, HearsThatTheServiceIsNotRunning)
+{
+    (void)iPhoneDevice::init();
+    ASSERT_TRUE(waitUntil([&] { return delegate.failures.size() == 1; }));
+    EXPECT_TRUE(delegate.failureWords[0].contains("usbmuxd"));
+    EXPECT_TRUE(
+        delegate.failures[0].startsWith("AMDeviceNotificationSubscribe failed with error "));
+    EXPECT_TRUE(delegate.events.isEmpty());
+}
 
 TEST_F(PhoneHub, AnnouncesPhonesThatAreThereAlreadyAsArrivals)
 {
@@ -54,6 +86,7 @@ TEST_F(PhoneHub, AnnouncesPhonesThatComeAndGo)
     EXPECT_FALSE(device->isDirectory("/iTunes_Control"));
     usb.attach(first);
     ASSERT_TRUE(hears({"+one", "+two", "-one", "+one"}));
+    EXPECT_TRUE(delegate.failures.isEmpty());
     EXPECT_TRUE(delegate.last->isDirectory("/iTunes_Control"));
     EXPECT_NE(delegate.last, device);
 }
@@ -127,6 +160,63 @@ TEST_F(PhoneHub, DoesNotWaitForAPhoneThatHangs)
     usb.attach(newPhone("two"));
     ASSERT_TRUE(hears({"+one", "+two"}));
     EXPECT_TRUE(delegate.failures.isEmpty());
+}
+
+TEST_F(PhoneHub, OpensAPhoneAgainThatHasHung)
+{
+    const auto phone = newPhone("one");
+    usb.attach(phone);
+    (void)Device::init();
+    ASSERT_TRUE(hears({"+one"}));
+    const std::shared_ptr<Device> device = delegate.last;
+    PhoneFaults faults;
+    faults.hangAfterOperations = 0;
+    phone->setFaults(faults);
+    EXPECT_FALSE(device->isDirectory("/iTunes_Control")); // after all the patience there is
+    ASSERT_TRUE(waitUntil([&] { return delegate.failures.size() == 1; }));
+    EXPECT_EQ(delegate.failures[0], "AFCConnection failed with error 30");
+    EXPECT_TRUE(delegate.failureWords[0].contains("stopped answering"));
+    phone->setFaults({});
+    phone->release();
+    ASSERT_TRUE(hears({"+one", "-one", "+one"}));
+    EXPECT_NE(delegate.last, device);
+    EXPECT_TRUE(delegate.last->isDirectory("/iTunes_Control"));
+    usb.detach(phone);
+    EXPECT_TRUE(hears({"+one", "-one", "+one", "-one"}));
+}
+
+TEST_F(PhoneHub, WaitsUntilAPhoneMakesSenseAgain)
+{
+    const auto phone = newPhone("one");
+    usb.attach(phone);
+    (void)Device::init();
+    ASSERT_TRUE(hears({"+one"}));
+    PhoneFaults faults;
+    faults.garbageAfterOperations = 0;
+    phone->setFaults(faults);
+    EXPECT_FALSE(delegate.last->isDirectory("/iTunes_Control"));
+    const auto attempts = [&] { return phone->requests().count("StartService"); };
+    ASSERT_TRUE(waitUntil([&] { return attempts() == 3; })); // the first one, and two in vain
+    EXPECT_EQ(delegate.events, QStringList{"+one"});
+    EXPECT_EQ(delegate.failures.size(), 1); // said once
+    phone->setFaults({});
+    EXPECT_TRUE(hears({"+one", "-one", "+one"}));
+}
+
+TEST_F(PhoneHub, DoesNotTryToOpenAPhoneThatWasPulledOutAfterItHadHung)
+{
+    const auto phone = newPhone("one");
+    usb.attach(phone);
+    (void)Device::init();
+    ASSERT_TRUE(hears({"+one"}));
+    usb.cutConnections(phone);
+    EXPECT_FALSE(delegate.last->isDirectory("/iTunes_Control"));
+    usb.detach(phone);
+    ASSERT_TRUE(hears({"+one", "-one"}));
+    QThread::msleep(400);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(delegate.failures.isEmpty());
+    EXPECT_EQ(phone->requests().count("StartService"), 1);
 }
 
 TEST_F(PhoneHub, ChangesNothingWhenAnUnknownPhoneLeaves)

@@ -85,10 +85,10 @@ TEST_P(PhoneSession, LeadsToTheFiles)
     ASSERT_EQ(afc->fileRefOpen("/Books/a.txt", 2, file), 0);
     quint32 size = 100;
     QByteArray bytes;
-    EXPECT_EQ(afc->fileRefRead(file, size, bytes), 0);
+    EXPECT_EQ(afc->fileRefFinishRead(afc->fileRefReadLater(file, 0, size), size, bytes), 0);
     EXPECT_EQ(size, 5U);
     EXPECT_EQ(bytes, "words");
-    EXPECT_EQ(afc->fileRefRead(file, size, bytes), 0);
+    EXPECT_EQ(afc->fileRefFinishRead(afc->fileRefReadLater(file, 5, size), size, bytes), 0);
     EXPECT_EQ(size, 0U);
     EXPECT_EQ(afc->fileRefClose(file), 0);
     EXPECT_EQ(phone->writes(), 0);
@@ -161,7 +161,8 @@ TEST_P(PhoneSession, LosesAConnectionThatIsCut)
     usb.cutConnections(phone);
     quint32 size = 10;
     QByteArray bytes;
-    EXPECT_EQ(afc->fileRefRead(file, size, bytes), AFCConnection::Lost);
+    EXPECT_EQ(afc->fileRefFinishRead(afc->fileRefReadLater(file, 0, size), size, bytes),
+              AFCConnection::NotInPlace);
     EXPECT_EQ(size, 10U);
     EXPECT_TRUE(afc->isLost());
     EXPECT_EQ(afc->fileRefClose(file), AFCConnection::Lost);

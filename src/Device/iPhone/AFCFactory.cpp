@@ -25,6 +25,16 @@ AFCFactory::AFCFactory()
             QStringLiteral("AMDeviceNotificationSubscribe failed with error %1").arg(error));
 }
 
+std::shared_ptr<AFCDeviceRef> AFCFactory::renew(const AFCDeviceRef& ref)
+{
+    const auto found = _attached.find(ref.deviceID());
+    if (found == _attached.end())
+        return nullptr;
+    found->second = std::make_shared<AFCDeviceRef>(
+        MobileDevice::Attachment{ref.deviceID(), ref.productID(), ref.serialNumber()});
+    return found->second;
+}
+
 void AFCFactory::observeDepartures(const std::weak_ptr<AFCDevice>& device)
 {
     const std::lock_guard lock(_mutex);

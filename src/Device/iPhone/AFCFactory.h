@@ -36,6 +36,10 @@ public:
     void setDelegate(AFCFactoryDelegate* delegate) { _delegate = delegate; }
     [[nodiscard]] AFCFactoryDelegate* delegate() const { return _delegate; }
 
+    /// The same phone to be opened once more; null when it has been pulled out. On the thread of
+    /// the event loop.
+    std::shared_ptr<AFCDeviceRef> renew(const AFCDeviceRef& ref);
+
     /// From now on `device` hears of departures, for as long as it lives. On any thread.
     void observeDepartures(const std::weak_ptr<AFCDevice>& device);
 

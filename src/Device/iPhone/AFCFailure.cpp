@@ -54,6 +54,9 @@ QString AFCFailure::words() const
 {
     if (_step == Step::Connect)
         return _isServiceReachable ? wordsForNoAnswer() : wordsForNoService();
+    if (_step == Step::Use)
+        return tr("The phone has stopped answering. Unlock it; it is opened again as soon as it "
+                  "answers.");
     switch (_step == Step::IsPaired ? int(InvalidHostID) : _code) {
     case PasswordProtected:
     case EscrowLocked:

@@ -6,7 +6,7 @@
 class AFCFailure final : public Exception
 {
 public:
-    enum class Step { Connect, IsPaired, ValidatePairing, StartSession, StartService, Open };
+    enum class Step { Connect, IsPaired, ValidatePairing, StartSession, StartService, Open, Use };
 
     /// `reason` is the exact text, `code` the number in it. May take a moment to find out more.
     AFCFailure(Step step, int code, const QString& reason);

@@ -98,17 +98,43 @@ bool AFCInterface::closeFile(quint64 handle)
     return _connection->fileRefClose(handle) == 0;
 }
 
+void AFCInterface::closeFileLater(quint64 handle)
+{
+    _connection->fileRefCloseLater(handle);
+}
+
 QByteArray AFCInterface::readFromFile(quint64 handle, quint32& size, quint64 offset)
 {
+    return finishReading(startReading(handle, size, offset), size).value_or(QByteArray());
+}
+
+std::shared_ptr<AFCRead> AFCInterface::startReading(quint64 handle, quint32 size, quint64 offset,
+                                                    QByteArray buffer)
+{
     // Positions on the wire are signed.
-    if (offset > quint64(std::numeric_limits<qint64>::max()) ||
-        _connection->fileRefSeek(handle, qint64(offset)) != 0)
-        return {};
+    if (offset > quint64(std::numeric_limits<qint64>::max()))
+        return nullptr;
+    return _connection->fileRefReadLater(handle, qint64(offset), size, std::move(buffer));
+}
+
+std::shared_ptr<AFCRead>
+AFCInterface::readOn(quint64 handle, const std::shared_ptr<AFCRead>& before, QByteArray buffer)
+{
+    return _connection->fileRefReadOn(handle, before, std::move(buffer));
+}
+
+std::optional<QByteArray> AFCInterface::finishReading(const std::shared_ptr<AFCRead>& read,
+                                                      quint32& size)
+{
     QByteArray bytes;
-    const int error = _connection->fileRefRead(handle, size, bytes);
+    const int error =
+        read ? _connection->fileRefFinishRead(read, size, bytes) : AFCConnection::NotAsked;
+    if (error == AFCConnection::NotAsked)
+        return std::nullopt;
     if (error != 0) {
-        qWarning("ret: %d", error);
-        return {};
+        if (error != AFCConnection::NotInPlace)
+            qWarning("ret: %d", error);
+        return QByteArray();
     }
     return bytes.isNull() ? QByteArray("", 0) : bytes;
 }

@@ -10,6 +10,7 @@
 
 class AFCConnection;
 class AFCList;
+struct AFCRead;
 
 /// The files of a phone on one open connection. Operations may come from any thread. Those that
 /// write complete the interface; nothing else in the program calls them.
@@ -42,9 +43,21 @@ public:
     /// A handle, or 0. Mode 2 reads an existing file, 3 creates one.
     quint64 openFileAtPath(const QString& path, qint32 mode);
     bool closeFile(quint64 handle);
+    /// The same without waiting for the phone.
+    void closeFileLater(quint64 handle);
     /// Reads up to `size` bytes at `offset`; `size` becomes the count, 0 at the end. Null, and
     /// `size` as it was, when that failed.
     QByteArray readFromFile(quint64 handle, quint32& size, quint64 offset);
+    /// The same in two steps: the first asks the phone and waits for nothing. The bytes come into
+    /// the memory of `buffer`.
+    std::shared_ptr<AFCRead> startReading(quint64 handle, quint32 size, quint64 offset,
+                                          QByteArray buffer = {});
+    /// The same for what comes after `before`, and as many bytes as that will have given; nothing
+    /// is asked after a failure and at the end.
+    std::shared_ptr<AFCRead> readOn(quint64 handle, const std::shared_ptr<AFCRead>& before,
+                                    QByteArray buffer = {});
+    /// None when nothing was asked.
+    std::optional<QByteArray> finishReading(const std::shared_ptr<AFCRead>& read, quint32& size);
     /// A null array writes nothing, successfully.
     bool writeToFile(quint64 handle, const QByteArray& data, quint64 offset);
     bool setSizeOfFile(const QString& path, quint64 size);

@@ -64,7 +64,7 @@ CopyResult PhoneCopy::copyEntry(const QString& from, const QString& to, Depth de
     const auto attributes = _phone.deviceInterface().getAttributesAtPath(from);
     const QString type = attributes ? AFCInterface::typeIn(*attributes) : QString();
     if (type == u"S_IFREG")
-        return copyFile(from, to);
+        return copyFile(from, to, AFCInterface::sizeIn(*attributes));
     // A link counts as a folder, whatever it points to.
     depth.links += type == u"S_IFLNK" ? 1 : 0;
     if (type == u"S_IFDIR" || type == u"S_IFLNK")
@@ -109,7 +109,7 @@ CopyResult PhoneCopy::copyFolder(const QString& from, const QString& to, Depth d
     return result;
 }
 
-CopyResult PhoneCopy::copyFile(const QString& from, const QString& to)
+CopyResult PhoneCopy::copyFile(const QString& from, const QString& to, double total)
 {
     AFCInterface& files = _phone.deviceInterface();
     File destination(to, File::Mode::Create);
@@ -119,13 +119,11 @@ CopyResult PhoneCopy::copyFile(const QString& from, const QString& to)
     if (handle == 0)
         return isLost() ? ended(End::Incomplete, "The connection to the device was lost")
                         : ended(End::Incomplete, "The file on the device could not be opened");
-    const auto attributes = files.getAttributesAtPath(from);
-    const double total = attributes ? AFCInterface::sizeIn(*attributes) : 0.0;
     AFCFileReader reader(files, handle, total);
     CopyResult result = copyChunks(reader, total, destination);
+    files.closeFileLater(handle); // the last read was answered: this answer tells nothing new
     if (!destination.close() && result.end != End::Stopped)
         result = {End::Failed, destination.error()};
-    files.closeFile(handle);
     return result;
 }
 
@@ -135,6 +133,8 @@ CopyResult PhoneCopy::copyChunks(AFCFileReader& reader, double total, File& dest
     quint64 done = 0;
     while (reader.read(done, size)) {
         done += size;
+        // The phone reads on while this chunk is announced and written.
+        reader.readAhead(done, size);
         if (!announce(done, total, _progress))
             return ended(End::Stopped, "");
         if (!destination.write(view(reader.bytes())))

@@ -28,7 +28,7 @@ private:
 
     CopyResult copyFolder(const QString& from, const QString& to, Depth depth);
     CopyResult copyEntry(const QString& from, const QString& to, Depth depth);
-    CopyResult copyFile(const QString& from, const QString& to);
+    CopyResult copyFile(const QString& from, const QString& to, double total);
     CopyResult copyChunks(AFCFileReader& reader, double total, File& destination);
     [[nodiscard]] bool isLost() const;
 

@@ -6,6 +6,7 @@
 
 #include <QSet>
 
+#include <chrono>
 #include <list>
 #include <vector>
 
@@ -32,7 +33,16 @@ private:
 
     iPhoneFamily();
 
+    enum class Purpose { Arrival, Reopening };
+
+    void open(const std::shared_ptr<AFCDeviceRef>& ref, Purpose purpose);
     void finish(const std::shared_ptr<Arrival>& arrival);
+    void noteLoss(const std::shared_ptr<AFCDeviceRef>& ref);
+    void reopen(const std::shared_ptr<AFCDeviceRef>& ref);
+    /// Calls `what` from the event loop after a while, unless the phone has left by then.
+    void later(std::chrono::milliseconds pause, const std::shared_ptr<AFCDeviceRef>& ref,
+               void (iPhoneFamily::*what)(const std::shared_ptr<AFCDeviceRef>&));
+    void remove(const QString& identifier);
     void add(const std::shared_ptr<AFCDeviceRef>& ref, const std::shared_ptr<AFCDevice>& device);
     void fail(const Exception& exception);
     void sayIfNoService();

@@ -311,6 +311,7 @@ bool AfcService::openFile(const Request& request)
     if (descriptor < 0)
         return sendErrno(request, false);
     _files[_nextHandle] = {descriptor, QString::fromUtf8(path)};
+    _phone.recordOpen(QString::fromUtf8(path));
     return send(request, FileOpenResult, littleEndian(_nextHandle++), {});
 }
 

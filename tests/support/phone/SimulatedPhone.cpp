@@ -72,6 +72,12 @@ qint64 SimulatedPhone::writes() const
     return _writes;
 }
 
+QHash<QString, int> SimulatedPhone::opens() const
+{
+    const std::lock_guard lock(_mutex);
+    return _opens;
+}
+
 std::vector<quint64> SimulatedPhone::readRequests() const
 {
     const std::lock_guard lock(_mutex);
@@ -90,6 +96,7 @@ void SimulatedPhone::forget()
     _operations = 0;
     _writes = 0;
     _byCode.clear();
+    _opens.clear();
     _readRequests.clear();
     _requests.clear();
 }
@@ -101,6 +108,12 @@ void SimulatedPhone::record(quint64 operation, bool writes)
     ++_byCode[operation];
     if (writes)
         ++_writes;
+}
+
+void SimulatedPhone::recordOpen(const QString& path)
+{
+    const std::lock_guard lock(_mutex);
+    ++_opens[path];
 }
 
 void SimulatedPhone::recordRead(quint64 size)

@@ -73,6 +73,8 @@ public:
     [[nodiscard]] qint64 operations() const;
     [[nodiscard]] qint64 operations(quint64 code) const;
     [[nodiscard]] qint64 writes() const;
+    /// How often each file was opened, by its path.
+    [[nodiscard]] QHash<QString, int> opens() const;
     /// The sizes that were asked for, one after another.
     [[nodiscard]] std::vector<quint64> readRequests() const;
     /// What was asked of the phone's own service, one after another.
@@ -81,6 +83,7 @@ public:
 
     // For the services of the phone.
     void record(quint64 operation, bool writes);
+    void recordOpen(const QString& path);
     void recordRead(quint64 size);
     void recordRequest(const QString& request);
     quint16 newPort();
@@ -99,6 +102,7 @@ private:
     qint64 _operations = 0;
     qint64 _writes = 0;
     QHash<quint64, qint64> _byCode;
+    QHash<QString, int> _opens;
     std::vector<quint64> _readRequests;
     QStringList _requests;
 };
