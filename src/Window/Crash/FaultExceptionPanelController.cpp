@@ -16,7 +16,8 @@ std::vector<void*> addressesOfThisThread()
 {
     std::array<void*, 128> frames{};
     const int count = backtrace(frames.data(), int(frames.size()));
-    return {frames.begin(), frames.begin() + count};
+    // Round brackets: pointers to addresses would pass for addresses in a list of them.
+    return std::vector<void*>(frames.begin(), frames.begin() + count);
 }
 } // namespace
 

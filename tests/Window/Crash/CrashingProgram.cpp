@@ -51,7 +51,7 @@ volatile int depth = 0;
     throw Exception("NSRangeException", "4 bytes at 13 of 16");
 }
 
-void dieOf(const QString& way)
+[[gnu::noinline]] void dieOf(const QString& way)
 {
     if (way == "segv")
         writeToNoAddress();
