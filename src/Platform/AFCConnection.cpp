@@ -196,7 +196,10 @@ int AFCConnection::renamePath(const QString& from, const QString& to)
 
 int AFCConnection::fileRefOpen(const QString& path, qint64 mode, quint64& handle)
 {
-    if (!isPath(path))
+    // The library can send no other mode than its own.
+    const bool isMode =
+        mode == ReadMode || (mode >= AFC_FOPEN_RDONLY && mode <= AFC_FOPEN_RDAPPEND);
+    if (!isPath(path) || !isMode)
         return AFC_E_INVALID_ARG;
     // What the library calls 2 would create a file that is missing.
     const auto fileMode = mode == ReadMode ? AFC_FOPEN_RDONLY : afc_file_mode_t(mode);

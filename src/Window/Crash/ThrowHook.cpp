@@ -14,7 +14,7 @@ __cxa_throw(void* object, std::type_info* type, void (*destroy)(void*))
 {
     using Throw = void (*)(void*, std::type_info*, void (*)(void*));
     static const auto next = reinterpret_cast<Throw>(dlsym(RTLD_NEXT, "__cxa_throw"));
-    ThrowSite::remember(object);
+    ThrowSite::remember(object, __builtin_return_address(0));
     next(object, type, destroy);
     std::abort(); // it does not return
 }

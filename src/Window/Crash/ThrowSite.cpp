@@ -2,6 +2,7 @@
 
 #include <execinfo.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstring>
@@ -10,12 +11,12 @@
 namespace
 {
 constexpr int MostFrames = 128; ///< from a click to main() are some sixty
-constexpr int OwnFrames = 2;    ///< remember() and the hook
 /// While an exception is on its way, destructors may throw and catch others.
 constexpr std::size_t SitesOfAThread = 4;
 
 struct Site {
     const void* object = nullptr;
+    int first = 0; ///< the frame that threw; before it stand remember() and the hook
     int count = 0;
     std::array<void*, MostFrames> frames{};
 };
@@ -39,7 +40,7 @@ const void* currentObject()
 }
 } // namespace
 
-void ThrowSite::remember(const void* object) noexcept
+void ThrowSite::remember(const void* object, const void* thrower) noexcept
 {
     // A new object may lie where an old one was.
     for (Site& site : latest.sites) {
@@ -50,6 +51,10 @@ void ThrowSite::remember(const void* object) noexcept
     latest.next = (latest.next + 1) % SitesOfAThread;
     site.object = object;
     site.count = backtrace(site.frames.data(), MostFrames);
+    // Looked for and not counted: a checking tool may put frames of its own before it.
+    const auto begin = site.frames.begin();
+    const auto found = std::find(begin, begin + site.count, thrower);
+    site.first = found == begin + site.count ? 0 : int(found - begin);
 }
 
 std::vector<void*> ThrowSite::ofCurrentException()
@@ -58,8 +63,8 @@ std::vector<void*> ThrowSite::ofCurrentException()
     if (!object)
         return {};
     for (const Site& site : latest.sites) {
-        if (site.object == object && site.count > OwnFrames)
-            return {site.frames.begin() + OwnFrames, site.frames.begin() + site.count};
+        if (site.object == object && site.count > site.first)
+            return {site.frames.begin() + site.first, site.frames.begin() + site.count};
     }
     return {};
 }

@@ -7,8 +7,8 @@
 namespace ThrowSite
 {
 /// Keeps the return addresses of the throw that calls this, directly from its hook. `object` is
-/// the exception's own object. Takes no lock and no memory.
-void remember(const void* object) noexcept;
+/// the exception's own object, `thrower` where the hook returns to. Takes no lock and no memory.
+void remember(const void* object, const void* thrower) noexcept;
 /// The return addresses, innermost first, of the exception that this thread handles now; none
 /// when it is not among the latest.
 std::vector<void*> ofCurrentException();

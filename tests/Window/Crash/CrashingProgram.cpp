@@ -21,7 +21,8 @@ namespace
 volatile int* volatile noAddress = nullptr;
 volatile int depth = 0;
 
-[[gnu::noinline]] void writeToNoAddress()
+/// The system is to notice, and not a check in the code.
+[[gnu::noinline, gnu::no_sanitize("undefined")]] void writeToNoAddress()
 {
     *noAddress = 1;
     depth = depth + 1; // not the last thing here
