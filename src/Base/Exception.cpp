@@ -2,6 +2,7 @@
 
 #include <execinfo.h>
 
+#include <algorithm>
 #include <array>
 
 Exception::Exception(QString name, QString reason)
@@ -12,7 +13,9 @@ Exception::Exception(QString name, QString reason)
     constexpr int MostFrames = 64;
     std::array<void*, MostFrames> frames{};
     const int count = backtrace(frames.data(), MostFrames);
-    // Frame 0 is this constructor, which nobody looks for.
-    if (count > 1)
-        _returnAddresses.assign(frames.begin() + 1, frames.begin() + count);
+    // From whoever made it on. Looked for and not counted: a checking tool may put frames of its
+    // own before this one.
+    const auto end = frames.begin() + count;
+    const auto maker = std::find(frames.begin(), end, __builtin_return_address(0));
+    _returnAddresses.assign(maker == end ? frames.begin() : maker, end);
 }
