@@ -1,5 +1,6 @@
 #include "Platform/PatientThread.h"
 
+#include "Base/Fault.h"
 #include "support/EventLoop.h"
 
 #include <gtest/gtest.h>
@@ -45,4 +46,17 @@ TEST(PatientThread, FinishesWhatWasPostedBeforeItGoes)
             thread.post([done] { ++*done; });
     }
     EXPECT_EQ(*done, 100);
+}
+
+TEST(PatientThread, HandsOnAnExceptionThatLeavesItsWork)
+{
+    std::atomic<int> handed = 0;
+    Fault::setHandler([&] { ++handed; });
+    {
+        PatientThread thread;
+        EXPECT_TRUE(thread.run([] { throw 7; }, 10s));
+        EXPECT_TRUE(thread.run([] {}, 10s)) << "the thread goes on";
+    }
+    Fault::setHandler({});
+    EXPECT_EQ(handed, 1);
 }
