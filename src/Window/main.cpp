@@ -11,7 +11,6 @@ int main(int argc, char** argv)
 {
     Application application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zell-transfer"));
-    QApplication::setApplicationDisplayName(Program::briefName());
     QApplication::setApplicationVersion(Program::version());
     QApplication::setDesktopFileName(QStringLiteral("io.zell.Transfer"));
     Style::install();
