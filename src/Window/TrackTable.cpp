@@ -90,11 +90,6 @@ void TrackTable::checkSelected(bool checked)
     _model.setChecked(_tableView->selectedRows(), checked);
 }
 
-void TrackTable::selectAllRows()
-{
-    _tableView->selectAll();
-}
-
 void TrackTable::toggleSelected()
 {
     const std::vector<int> rows = _tableView->selectedRows();

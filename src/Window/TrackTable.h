@@ -29,7 +29,6 @@ public:
 
     void checkAll(bool checked) { _model.setAllChecked(checked); }
     void checkSelected(bool checked);
-    void selectAllRows();
 
     [[nodiscard]] NSTableViewEx* tableView() const { return _tableView; }
 

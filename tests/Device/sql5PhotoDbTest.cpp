@@ -7,6 +7,7 @@
 #include "support/PhotosSqliteWriter.h"
 #include "support/SamplePicture.h"
 
+#include <QDirIterator>
 #include <QElapsedTimer>
 
 #include <gtest/gtest.h>
@@ -186,9 +187,18 @@ TEST_F(PhotosSqlite, IsReadWithoutTheLogThatItSaysItHas)
 TEST_F(PhotosSqlite, LeavesNoTemporaryFilesAndACopyForDiagnosis)
 {
     library.assets = {{10, 0, "DCIM", "A.JPG", {}}};
-    const QStringList before = QDir::temp().entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    // The folder that copies stand in stays, empty.
+    const auto files = [] {
+        QStringList paths;
+        QDirIterator all(QDir::tempPath(), QDir::Files | QDir::Hidden | QDir::System,
+                         QDirIterator::Subdirectories);
+        while (all.hasNext())
+            paths.append(all.next());
+        return paths;
+    };
+    const QStringList before = files();
     (void)read();
-    EXPECT_EQ(QDir::temp().entryList(QDir::AllEntries | QDir::NoDotAndDotDot), before);
+    EXPECT_EQ(files(), before);
     EXPECT_EQ(Files::read(Utility::logFolder() + "/Photos.sqlite"), Files::read(databasePath()));
 }
 

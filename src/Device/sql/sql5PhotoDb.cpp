@@ -4,13 +4,12 @@
 #include "Base/Utility.h"
 #include "Device/Device.h"
 #include "Device/Ithmb.h"
-#include "Device/sql/PhotoQuery.h"
+#include "Device/TemporaryCopy.h"
+#include "Device/sql/Database.h"
 
 #include <QStringList>
-#include <QTemporaryDir>
 
-#include <sqlite3.h>
-
+#include <optional>
 #include <unordered_map>
 
 namespace
@@ -29,7 +28,7 @@ const QStringList BookkeepingAlbums = {
 class sql5PhotoDb::Parser
 {
 public:
-    Parser(sql5PhotoDb& reader, PhotoQuery& database)
+    Parser(sql5PhotoDb& reader, const Database& database)
         : _reader(reader)
         , _database(database)
     {
@@ -45,7 +44,7 @@ private:
     void parseMembers(const char* sql);
 
     sql5PhotoDb& _reader;
-    PhotoQuery& _database;
+    const Database& _database;
     std::unordered_map<int, Album*> _albumsById;
     std::unordered_map<int, Photo*> _photosById;
 };
@@ -55,8 +54,7 @@ std::unique_ptr<PhotoDb> sql5PhotoDb::initWithDevice(Device& device)
     std::unique_ptr<sql5PhotoDb> reader(new sql5PhotoDb(device));
     if (!device.fileExists(reader->_dbPath))
         return nullptr;
-    device.copyOutSqlite(reader->_dbPath, PathName::join(Utility::logFolder(), FileName),
-                         std::nullopt);
+    TemporaryCopy::keepForDiagnosis(device, reader->_dbPath, TemporaryCopy::SideFiles::Take);
     return reader;
 }
 
@@ -87,16 +85,8 @@ bool sql5PhotoDb::filterAlbum(const Album& album)
 
 void sql5PhotoDb::parse()
 {
-    // A folder of its own keeps the copy, and the side files that SQLite makes, from other users;
-    // it goes with everything in it.
-    const QTemporaryDir folder;
-    if (!folder.isValid())
-        return;
-    const QString copy = folder.filePath(Utility::stringWithUUID());
-    device().copyOutSqlite(_dbPath, copy, 0);
-    PhotoQuery database(copy);
-    if (database.isOpen())
-        Parser(*this, database).parse();
+    const TemporaryCopy copy(device(), _dbPath, TemporaryCopy::SideFiles::Take);
+    Parser(*this, Database(copy)).parse();
 }
 
 PreviewPass::Step sql5PhotoDb::previewStep() const
@@ -124,52 +114,52 @@ void sql5PhotoDb::Parser::parse()
 
 std::optional<int> sql5PhotoDb::Parser::count(const char* sql)
 {
-    std::optional<int> result;
-    _database.each(sql, [&](sqlite3_stmt* row) { result = sqlite3_column_int(row, 0); });
-    return result;
+    Statement row = _database.prepare(sql);
+    return row.step() ? std::optional(row.number(0)) : std::nullopt;
 }
 
 void sql5PhotoDb::Parser::parseAlbums()
 {
-    _database.each("select z_pk, ztitle from zgenericalbum", [this](sqlite3_stmt* row) {
-        const QString title = Utility::stringWithStmt(row, 1);
+    Statement row = _database.prepare("select z_pk, ztitle from zgenericalbum");
+    while (row.step()) {
+        const QString title = row.text(1);
         if (title.isEmpty())
-            return;
+            continue;
         Album& album = _reader.newAlbum(title);
-        album.albumId = qint32(sqlite3_column_int64(row, 0));
+        album.albumId = row.id(0);
         _albumsById[album.albumId] = &album;
-    });
+    }
 }
 
 void sql5PhotoDb::Parser::parsePhotos()
 {
     // Titles are asked for behind the last column, where there are none, so every one is empty.
     constexpr int TitleColumn = 5;
-    _database.each("select z_pk, zthumbnailindex, zdirectory, zfilename, ztitle from zgenericasset",
-                   [this](sqlite3_stmt* row) {
-                       const int thumbnailIndex = sqlite3_column_int(row, 1);
-                       if (thumbnailIndex < 0)
-                           return;
-                       Photo& photo = _reader.newPhoto();
-                       photo.photoId = sqlite3_column_int(row, 0);
-                       photo.thumbnailIndex = thumbnailIndex;
-                       photo.fullSizeFile =
-                           PathName::join(PathName::join(_reader.device().prefix(),
-                                                         Utility::stringWithStmt(row, 2)),
-                                          Utility::stringWithStmt(row, 3));
-                       photo.title = Utility::stringWithStmt(row, TitleColumn);
-                       _photosById[photo.photoId] = &photo;
-                   });
+    Statement row = _database.prepare(
+        "select z_pk, zthumbnailindex, zdirectory, zfilename, ztitle from zgenericasset");
+    while (row.step()) {
+        const int thumbnailIndex = row.number(1);
+        if (thumbnailIndex < 0)
+            continue;
+        Photo& photo = _reader.newPhoto();
+        photo.photoId = row.number(0);
+        photo.thumbnailIndex = thumbnailIndex;
+        photo.fullSizeFile =
+            PathName::join(PathName::join(_reader.device().prefix(), row.text(2)), row.text(3));
+        photo.title = row.text(TitleColumn);
+        _photosById[photo.photoId] = &photo;
+    }
 }
 
 void sql5PhotoDb::Parser::parseMembers(const char* sql)
 {
-    _database.each(sql, [this](sqlite3_stmt* row) {
-        const auto album = _albumsById.find(qint32(sqlite3_column_int64(row, 0)));
-        const auto photo = _photosById.find(sqlite3_column_int(row, 1));
+    Statement row = _database.prepare(sql);
+    while (row.step()) {
+        const auto album = _albumsById.find(row.id(0));
+        const auto photo = _photosById.find(row.number(1));
         if (album == _albumsById.end() || photo == _photosById.end())
-            return;
+            continue;
         photo->second->album = album->second;
         album->second->photos.push_back(photo->second);
-    });
+    }
 }

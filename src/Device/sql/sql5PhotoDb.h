@@ -2,8 +2,6 @@
 
 #include "Device/PhotoDb.h"
 
-class PhotoQuery;
-
 /// Reads the SQLite database "PhotoData/Photos.sqlite" of phones. Previews come from a file of
 /// records of one size beside it, by a photo's slot.
 class sql5PhotoDb final : public PhotoDb
