@@ -1,13 +1,17 @@
 // The main of every test program: an application object, and a home of its own that is removed
 // at the end, so that no test ever meets a person's files or settings.
 
+#include "Platform/PatientThread.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
-int main(int argc, char** argv)
+namespace
+{
+int run(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
     const QTemporaryDir home(QDir::tempPath() + QStringLiteral("/zell-test-XXXXXX"));
@@ -26,4 +30,10 @@ int main(int argc, char** argv)
 
     const QCoreApplication application(argc, argv);
     return RUN_ALL_TESTS();
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    return PatientThread::endProgram(run(argc, argv));
 }
