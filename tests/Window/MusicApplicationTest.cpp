@@ -12,7 +12,6 @@
 #include <QDBusMessage>
 #include <QElapsedTimer>
 #include <QRadioButton>
-#include <QStandardPaths>
 #include <QUrl>
 
 #include <csignal>
@@ -243,33 +242,4 @@ TEST_F(MusicApplicationTest, TheQuestionSaysThatThereIsNoApplication)
     EXPECT_FALSE(row->isEnabled());
     confirmExportMode();
     EXPECT_EQ(closeAlert(), "Export finished!");
-}
-
-TEST_F(MusicApplicationTest, PlayWithoutASelectionAsksForATrack)
-{
-    add("One", SoundFile::wav(1));
-    openOnPlayer();
-    table()->clearSelection();
-    controller->perform(Command::play);
-    ASSERT_TRUE(waitUntil([this] {
-        for (auto* top : QApplication::topLevelWidgets()) {
-            if (top->isVisible() && top->windowTitle() == "Please select a track to play")
-                return true;
-        }
-        return false;
-    }));
-    Hands::key("Return");
-}
-
-TEST_F(MusicApplicationTest, PlayDoesNothingDuringAnExport)
-{
-    openOnEndlessExport();
-    table()->selectRow(0);
-    controller->perform(Command::play);
-    EXPECT_FALSE(part<QPushButton>("_btnPlay")->isEnabled());
-    EXPECT_FALSE(
-        QFile::exists(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
-                      "/Zell iPod iPhone Transfer/Playing"));
-    Hands::click(part<QPushButton>("_btnExport"));
-    (void)closeAlert();
 }

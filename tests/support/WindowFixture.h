@@ -143,9 +143,9 @@ protected:
         Hands::key("ctrl+e");
         confirmExportMode();
     }
-    /// The window with an export that runs until the test ends it. It has `EndlessCount` tracks,
-    /// and never comes to the second.
-    void openOnEndlessExport()
+    /// The window on a player of `EndlessCount` tracks. The copy of the first lasts longer than
+    /// any test.
+    void openOnSlowPlayer()
     {
         for (int i = 0; i < EndlessCount; ++i)
             add(QString("Track %1").arg(i), "x");
@@ -153,6 +153,11 @@ protected:
         openOnPlayer();
         _slowCopies.emplace(*controller);
         Device::setDelegate(&*_slowCopies);
+    }
+    /// The same with an export that runs until the test ends it.
+    void openOnEndlessExport()
+    {
+        openOnSlowPlayer();
         startExport();
         ASSERT_TRUE(waitUntil([this] { return controller->jobs().isExport(); }));
     }
