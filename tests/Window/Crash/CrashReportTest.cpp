@@ -253,6 +253,15 @@ TEST_F(CrashReportTest, AnExceptionThatIsThrownOnItsWayOutIsNotMistakenForIt)
                                    "(anonymous namespace)::throwInASlot()"));
 }
 
+TEST(FaultTest, AHandlerThatIsGoneHandlesNothing)
+{
+    {
+        const FaultExceptionHandlerDelegate handler{Address};
+        EXPECT_FALSE(Fault::guard(throwInASlot));
+    }
+    EXPECT_THROW(Fault::guard(throwInASlot), std::runtime_error);
+}
+
 TEST(FaultTest, WithoutAHandlerTheExceptionGoesItsWay)
 {
     EXPECT_THROW(Fault::guard(throwInASlot), std::runtime_error);
