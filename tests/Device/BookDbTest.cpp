@@ -108,6 +108,70 @@ TEST_F(BookDbTest, SkipsShapesThatAreNoBooks)
     EXPECT_EQ(device.bookDb()->bookList()[0]->title, "") << "no text counts as missing";
 }
 
+TEST_F(BookDbTest, TakesOtherValuesThanTextsForMissing)
+{
+    for (const QByteArray value :
+         {"<integer>5</integer>", "<real>1.5</real>", "<true/>", "<data>AAAA</data>",
+          "<date>2010-01-01T00:00:00Z</date>", "<array><string>x</string></array>", "<dict/>"}) {
+        QByteArray record;
+        for (const QByteArray key : {"Name", "Artist", "Album", "Genre", "Path"})
+            record += "<key>" + key + "</key>" + value;
+        MemoryDevice other;
+        other.setBookPath("/Books");
+        other.put("/Books/Books.plist", BookCatalogue::xml("<dict><key>Books</key><array><dict>" +
+                                                           record + "</dict></array></dict>"));
+        ASSERT_EQ(other.bookDb()->bookList().size(), 1U) << value.constData();
+        const Track& found = *other.bookDb()->bookList()[0];
+        for (const QString& text :
+             {found.title, found.artist, found.album, found.genre, found.path}) {
+            EXPECT_FALSE(text.isNull()) << value.constData();
+            EXPECT_TRUE(text.isEmpty()) << value.constData();
+        }
+    }
+}
+
+TEST_F(BookDbTest, SkipsACatalogueOfSizeZeroAndReadsTheOther)
+{
+    putBooks("");
+    putPurchases(BookCatalogue::write({{book("Bought")}}));
+    ASSERT_NE(device.bookDb(), nullptr);
+    EXPECT_EQ(titles(device.bookDb()->bookList()), QStringList("Bought"));
+}
+
+TEST_F(BookDbTest, LeavesOneCopyForDiagnosisThatOfTheSyncedBooksFirst)
+{
+    const QString kept = Utility::logFolder() + "/";
+    QFile::remove(kept + "Books.plist");
+    QFile::remove(kept + "Purchases.plist");
+    const QByteArray bought = BookCatalogue::write({{book("Bought")}});
+    putPurchases(bought);
+    ASSERT_NE(BookDb::create(device), nullptr);
+    EXPECT_EQ(Files::read(kept + "Purchases.plist"), bought);
+    QFile::remove(kept + "Purchases.plist");
+
+    const QByteArray synced = BookCatalogue::write({{book("Synced")}});
+    putBooks(synced);
+    ASSERT_NE(BookDb::create(device), nullptr);
+    EXPECT_EQ(Files::read(kept + "Books.plist"), synced);
+    EXPECT_FALSE(QFile::exists(kept + "Purchases.plist"));
+}
+
+TEST_F(BookDbTest, ReadsTheDeviceOnce)
+{
+    putBooks(BookCatalogue::write({{book("1")}}));
+    EXPECT_EQ(device.bookDb()->bookList().size(), 1U);
+    putBooks(BookCatalogue::write({{book("1"), book("2")}}));
+    EXPECT_EQ(device.bookDb()->bookList().size(), 1U);
+    EXPECT_EQ(titles(device.bookDb()->books().tracks("*|*|*")), QStringList("1"));
+}
+
+TEST_F(BookDbTest, IsNoCategoryWithoutAMediaLibrary)
+{
+    putBooks(BookCatalogue::write({{book("1")}}));
+    EXPECT_EQ(device.trackDb(), nullptr) << "the categories are those of a library";
+    EXPECT_EQ(device.bookDb()->bookList().size(), 1U);
+}
+
 TEST_F(BookDbTest, IsEmptyForWhatIsNoPropertyList)
 {
     const QByteArray whole = BookCatalogue::write({{book("Whole")}});

@@ -114,3 +114,30 @@ TEST_F(TemporaryCopyTest, HoldsNothingForAFileThatIsMissingOrClaimsToBeEnormous)
     const TemporaryCopy copy(enormous, "/a", Alone);
     EXPECT_TRUE(copy.path().isEmpty());
 }
+
+TEST_F(TemporaryCopyTest, CountsProgressForAReaderAndNotForDiagnosis)
+{
+    class Recorder final : public Device
+    {
+    public:
+        bool fileExists(const QString& path) override { return !path.endsWith("-shm"); }
+        double getFileSize(const QString& /*path*/) override { return 1; }
+        CopyResult copyOut(const QString& from, const QString& to,
+                           std::optional<int> progress) override
+        {
+            copies.append(QString("%1 to %2 %3")
+                              .arg(from,
+                                   QFileInfo(to).path() == Utility::logFolder() ? "log" : "own",
+                                   progress ? QString::number(*progress) : "none"));
+            return {};
+        }
+        QStringList copies;
+    } recorder;
+    const TemporaryCopy with(recorder, "/a", TemporaryCopy::SideFiles::Take);
+    TemporaryCopy::keepForDiagnosis(recorder, "/a", TemporaryCopy::SideFiles::Take);
+    const TemporaryCopy without(recorder, "/a", Alone);
+    TemporaryCopy::keepForDiagnosis(recorder, "/a", Alone);
+    recorder.copies.removeIf([](const QString& copy) { return copy.startsWith("/a-wal"); });
+    EXPECT_EQ(recorder.copies,
+              QStringList({"/a to own 0", "/a to log none", "/a to own 0", "/a to log none"}));
+}

@@ -1,5 +1,6 @@
 #include "Device/VoiceMemoDb.h"
 
+#include "Device/iPod/iPodDevice.h"
 #include "SqlFixture.h"
 
 #include <QLocale>
@@ -98,4 +99,99 @@ TEST_F(VoiceMemoDbTest, ReadsTheMainFileOfADatabaseInWriteAheadMode)
     file.run("insert into ZRECORDING (ZDURATION, ZDATE, ZPATH) values (4, 0, 'b.m4a')");
     put("Recordings.db", OnDevice);
     EXPECT_EQ(device.voiceMemoDb()->memos().size(), 1U) << "its log is not taken along";
+}
+
+TEST_F(VoiceMemoDbTest, ReadsAVolumeLikeAPhone)
+{
+    QDir().mkpath(path("player/iPod_Control"));
+    SqliteLibraries::writeRecordings(path("player/Recordings/Recordings.db"),
+                                     {{5, 0, "/var/mobile/Media/Recordings/a.m4a"}});
+    iPodDevice player(path("player"));
+    ASSERT_NE(player.voiceMemoDb(), nullptr);
+    ASSERT_EQ(player.voiceMemoDb()->memos().size(), 1U);
+    EXPECT_EQ(player.voiceMemoDb()->memos()[0]->path, path("player/Recordings/a.m4a"));
+}
+
+TEST_F(VoiceMemoDbTest, ReadsTheDeviceOnceAndLeavesACopyForDiagnosis)
+{
+    VoiceMemoDb& db = read({{1, 0, "a.m4a"}});
+    EXPECT_EQ(db.memos().size(), 1U);
+    EXPECT_EQ(Files::read(Utility::logFolder() + "/Recordings.db"),
+              Files::read(path("Recordings.db")));
+    read({{1, 0, "a.m4a"}, {2, 0, "b.m4a"}});
+    EXPECT_EQ(device.voiceMemoDb(), &db);
+    EXPECT_EQ(db.memos().size(), 1U);
+    EXPECT_EQ(temporaryFiles(), QStringList());
+}
+
+TEST_F(VoiceMemoDbTest, ReadsColumnsOfOtherTypes)
+{
+    SqliteWriter file(path("Recordings.db"));
+    file.run("create table ZRECORDING (a, b, c, d, e, f, g);"
+             "insert into ZRECORDING default values;"
+             "insert into ZRECORDING values (0, 0, 0, 0, '12.5', '60', 17);"
+             "insert into ZRECORDING values (0, 0, 0, 0, 'long', x'ff', x'612e6d3461');"
+             "insert into ZRECORDING values (0, 0, 0, 0, 1e999, 1e999, cast(x'ff41' as text));"
+             "insert into ZRECORDING values (0, 0, 0, 0, -1, -9223372036854775808, 'b/')");
+    put("Recordings.db", OnDevice);
+    const std::vector<Track*>& memos = device.voiceMemoDb()->memos();
+    ASSERT_EQ(memos.size(), 5U);
+    EXPECT_EQ(memos[0]->duration, 0.0);
+    EXPECT_EQ(memos[0]->title, shortText(reference));
+    EXPECT_EQ(memos[0]->path, "/Volumes/P/Recordings");
+    EXPECT_EQ(memos[1]->duration, 12.5);
+    EXPECT_EQ(memos[1]->title, shortText(reference.addSecs(60)));
+    EXPECT_EQ(memos[1]->path, "/Volumes/P/Recordings/17");
+    EXPECT_EQ(memos[2]->title, shortText(reference));
+    EXPECT_EQ(memos[2]->path, "/Volumes/P/Recordings/a.m4a");
+    EXPECT_EQ(memos[3]->title, shortText(reference)) << "no such time exists";
+    EXPECT_EQ(memos[3]->path, "/Volumes/P/Recordings") << "a file that cannot be named is none";
+    EXPECT_EQ(memos[4]->title, shortText(reference));
+}
+
+TEST_F(VoiceMemoDbTest, KeepsWhatItReadBeforeTheDamage)
+{
+    std::vector<SqliteLibraries::Recording> recordings;
+    for (int i = 0; i < 500; ++i)
+        recordings.push_back({i, i, QString("%1.m4a").arg(i)});
+    SqliteLibraries::writeRecordings(path("Recordings.db"), recordings);
+    const QByteArray whole = Files::read(path("Recordings.db"));
+    const auto lengthsOf = [this](const QByteArray& bytes) {
+        MemoryDevice other;
+        other.put(OnDevice, bytes);
+        std::vector<double> lengths;
+        if (VoiceMemoDb* db = other.voiceMemoDb()) {
+            for (const Track* memo : db->memos())
+                lengths.push_back(memo->duration);
+        }
+        return lengths;
+    };
+    ASSERT_EQ(lengthsOf(whole).size(), 500U);
+    for (qsizetype cut = 0; cut < whole.size(); cut += cut < 200 ? 1 : 509)
+        EXPECT_LE(lengthsOf(whole.first(cut)).size(), 500U) << "cut at " << cut;
+    for (qsizetype i = 0; i < whole.size(); i += i < 200 ? 1 : 307) {
+        QByteArray bytes = whole;
+        bytes[i] = char(~bytes[i]);
+        (void)lengthsOf(bytes);
+    }
+
+    constexpr int PageSize = 4096;
+    QByteArray torn = whole;
+    const qsizetype page = whole.indexOf("400.m4a") / PageSize * PageSize; // a page in the middle
+    torn.replace(page, PageSize, QByteArray(PageSize, '\xff'));
+    const std::vector<double> kept = lengthsOf(torn);
+    EXPECT_GT(kept.size(), 0U);
+    EXPECT_LT(kept.size(), 400U);
+    for (std::size_t i = 0; i < kept.size(); ++i)
+        EXPECT_EQ(kept[i], double(i));
+    EXPECT_EQ(temporaryFiles(), QStringList());
+}
+
+TEST_F(VoiceMemoDbTest, ReadsNoViewForItsTable)
+{
+    SqliteWriter(path("Recordings.db"))
+        .run("create view ZRECORDING as with recursive n(i) as (select 1 union all select i + 1 "
+             "from n) select i, i, i, i, i, i, i from n");
+    put("Recordings.db", OnDevice);
+    EXPECT_TRUE(device.voiceMemoDb()->memos().empty());
 }

@@ -97,7 +97,7 @@ TEST_F(sql5TrackDbTest, ReadsRowsThatStandOnlyInTheLog)
     EXPECT_EQ(temporaryFiles(), QStringList());
 }
 
-TEST_F(sql5TrackDbTest, ReadsWhatATornLogStillHolds)
+TEST_F(sql5TrackDbTest, ReadsNothingOfATransactionThatIsCut)
 {
     const QString database = path("MediaLibrary.sqlitedb");
     SqliteLibraries::writeMediaLibrary(database, {"Player", {track(1, "One")}, {}},
@@ -111,6 +111,127 @@ TEST_F(sql5TrackDbTest, ReadsWhatATornLogStillHolds)
         other.put(onDevice("MediaLibrary.sqlitedb-wal"), log.first(cut));
         EXPECT_TRUE(other.trackDb()->tracks().empty()) << "the one transaction is cut at " << cut;
     }
+}
+
+TEST_F(sql5TrackDbTest, ReadsTheWholeTransactionsOfATornLog)
+{
+    create();
+    file.keepRowsInLog();
+    addItem("1");
+    const qsizetype whole = Files::read(path("MediaLibrary.sqlitedb-wal")).size();
+    file.run("begin");
+    for (int i = 2; i < 200; ++i)
+        addItem(QByteArray::number(i));
+    file.run("commit");
+    const QByteArray database = Files::read(path("MediaLibrary.sqlitedb"));
+    const QByteArray log = Files::read(path("MediaLibrary.sqlitedb-wal"));
+    ASSERT_GT(log.size(), whole);
+    for (const qsizetype cut : {whole, whole + 1, (whole + log.size()) / 2, log.size() - 1}) {
+        MemoryDevice other;
+        other.put(onDevice("MediaLibrary.sqlitedb"), database);
+        other.put(onDevice("MediaLibrary.sqlitedb-wal"), log.first(cut));
+        EXPECT_EQ(titles(other.trackDb()->tracks()), QStringList("T1")) << "cut at " << cut;
+    }
+    QByteArray damaged = log;
+    damaged[whole + 100] = char(~damaged[whole + 100]);
+    device.put(onDevice("MediaLibrary.sqlitedb"), database);
+    device.put(onDevice("MediaLibrary.sqlitedb-wal"), damaged);
+    EXPECT_EQ(titles(device.trackDb()->tracks()), QStringList("T1"));
+}
+
+TEST_F(sql5TrackDbTest, LeavesACopyWithItsLogForDiagnosis)
+{
+    create();
+    file.keepRowsInLog();
+    addItem("1");
+    put("MediaLibrary.sqlitedb", onDevice("MediaLibrary.sqlitedb"));
+    ASSERT_NE(device.trackDb(), nullptr);
+    for (const char* suffix : {"", "-wal"})
+        EXPECT_EQ(Files::read(Utility::logFolder() + "/MediaLibrary.sqlitedb" + suffix),
+                  Files::read(path("MediaLibrary.sqlitedb") + suffix));
+}
+
+TEST_F(sql5TrackDbTest, ReadsADatabaseInAnyEncoding)
+{
+    const QString title = QString::fromUtf8("Ёлка 🎄");
+    for (const QByteArray encoding : {"UTF-8", "UTF-16le", "UTF-16be"}) {
+        const QString name = path(encoding);
+        SqliteWriter other(name);
+        other.run("pragma encoding = '" + encoding + "'");
+        SqliteLibraries::createMediaLibrary(other);
+        other.run("insert into item (item_pid, base_location_id) values (1, 3)");
+        other.run("insert into base_location values (3, 'Music')");
+        other.into("item_extra (item_pid, title, location)", 3).add({1, title, title + ".mp3"});
+        MemoryDevice phone;
+        phone.put(onDevice("MediaLibrary.sqlitedb"), Files::read(name));
+        const std::vector<Track*>& tracks = phone.trackDb()->tracks();
+        ASSERT_EQ(tracks.size(), 1U) << encoding.constData();
+        EXPECT_EQ(tracks[0]->title, title);
+        EXPECT_EQ(tracks[0]->path, "/Volumes/P/Music/" + title + ".mp3");
+    }
+}
+
+TEST_F(sql5TrackDbTest, ReadsMembersOfEveryLength)
+{
+    constexpr qsizetype Longest = 40;
+    create();
+    addItem("5");
+    addPlaylist("8", "Any", {});
+    addPlaylist("9", "Next", packed({5}));
+    const QByteArray members = packed(std::vector<qint64>(Longest / 8, 5));
+    for (qsizetype length = 0; length <= Longest; ++length) {
+        file.run("update container_items set item_pid_data = x'" + members.first(length).toHex() +
+                 "' where container_pid = 8");
+        MemoryDevice other;
+        other.put(onDevice("MediaLibrary.sqlitedb"), Files::read(path("MediaLibrary.sqlitedb")));
+        QStringList expected;
+        if (length >= 8)
+            expected.append("Any");
+        if (length % 8 == 0) // else the reading ends there
+            expected.append("Next");
+        TrackDb& db = *other.trackDb();
+        EXPECT_EQ(titles(db.tracks()), QStringList("T5"));
+        ASSERT_EQ(names(db.playlists()), expected) << length;
+        if (length >= 8) {
+            EXPECT_EQ(db.playlists()[0]->tracks.size(), std::size_t(length / 8)) << length;
+        }
+    }
+}
+
+TEST_F(sql5TrackDbTest, CutsAWideMediaKindToItsLowBits)
+{
+    create();
+    addItem("1");
+    file.run("update item_extra set media_kind = 4294967298");
+    EXPECT_EQ(read().tracks().at(0)->type, MovieTrack);
+}
+
+TEST_F(sql5TrackDbTest, ReadsNullsAsEmptyTextsAndNumbersOfZero)
+{
+    // Loose tables, in which every column can be NULL, the ids among them.
+    file.run("create table item (item_pid, base_location_id, genre_id, album_pid, "
+             "item_artist_pid); create table item_extra (item_pid, title, location, media_kind, "
+             "total_time_ms, is_podcast); create table genre (genre_id, genre);"
+             "create table album (album_pid, album); create table item_artist (item_artist_pid, "
+             "item_artist); create table db_info (primary_container_pid);"
+             "create table base_location (base_location_id, path);"
+             "create table container (container_pid, name);"
+             "create table container_items (container_pid, item_pid_data)");
+    for (const char* table : {"item", "item_extra", "genre", "album", "item_artist", "db_info",
+                              "base_location", "container", "container_items"})
+        file.run("insert into " + QByteArray(table) + " default values");
+    TrackDb& db = read();
+    ASSERT_EQ(db.tracks().size(), 1U);
+    const Track& found = *db.tracks()[0];
+    for (const QString& text : {found.title, found.artist, found.album, found.genre, db.name()}) {
+        EXPECT_FALSE(text.isNull());
+        EXPECT_TRUE(text.isEmpty());
+    }
+    EXPECT_EQ(found.path, "/Volumes/P");
+    EXPECT_EQ(found.type, UnknownTrack);
+    EXPECT_EQ(found.duration, 0.0);
+    EXPECT_FALSE(found.isPodcast);
+    EXPECT_TRUE(db.playlists().empty());
 }
 
 TEST_F(sql5TrackDbTest, KeepsDuplicatesOfAPlaylist)
