@@ -131,7 +131,6 @@ TEST_F(AFCDeviceOnAPhone, ReadsWholeFiles)
     EXPECT_TRUE(empty.isEmpty());
     EXPECT_TRUE(afc->contentsOfFileAtPath("/iTunes_Control").isNull());
     EXPECT_TRUE(afc->contentsOfFileAtPath("/missing").isNull());
-    EXPECT_EQ(phone->writes(), 0);
 }
 
 TEST_F(AFCDeviceOnAPhone, AsksForLessAfterAShortRead)
@@ -178,6 +177,7 @@ TEST_F(AFCDeviceOnAPhone, KeepsOnlyWhatCameBeforeTheConnectionBroke)
 
 TEST_F(AFCDeviceOnAPhone, CreatesFilesOnlyInFoldersThatExist)
 {
+    phone->expectWrites();
     const QByteArray content = Files::content(600'000);
     afc->createFileAtPath("/iTunes_Control/new", content);
     EXPECT_EQ(Files::read(onPhone("/iTunes_Control/new")), content);
@@ -189,6 +189,7 @@ TEST_F(AFCDeviceOnAPhone, CreatesFilesOnlyInFoldersThatExist)
 
 TEST_F(AFCDeviceOnAPhone, DeletesFilesAndLeavesFoldersAlone)
 {
+    phone->expectWrites();
     Files::write(onPhone("/a"), "");
     afc->deleteFileAtPath("/a");
     EXPECT_FALSE(QFileInfo::exists(onPhone("/a")));

@@ -111,6 +111,7 @@ TEST_F(AFCInterfaceOnAPhone, WritesNothingForANullArrayAndSaysYes)
 
 TEST_F(AFCInterfaceOnAPhone, CompletesTheInterfaceWithWriting)
 {
+    phone->expectWrites();
     const quint64 file = files().openFileAtPath("/new", 3);
     ASSERT_NE(file, 0U);
     EXPECT_TRUE(files().writeToFile(file, "hello world", 0));

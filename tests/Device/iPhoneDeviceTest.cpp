@@ -19,7 +19,6 @@ protected:
         : device(afc)
     {
     }
-    ~iPhoneDeviceOnAPhone() override { EXPECT_EQ(phone->writes(), 0); }
 
     QString out() const { return path("out"); }
 

@@ -1,6 +1,8 @@
 // The main of every test program: an application object, and a home of its own that is removed
 // at the end, so that no test ever meets a person's files or settings.
 
+#include "support/phone/PhoneWriteWatch.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QTemporaryDir>
@@ -25,5 +27,6 @@ int main(int argc, char** argv)
     use("TMPDIR", "tmp");
 
     const QCoreApplication application(argc, argv);
+    PhoneWriteWatch::install();
     return RUN_ALL_TESTS();
 }

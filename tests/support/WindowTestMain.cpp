@@ -5,6 +5,7 @@
 #include "Window/Style.h"
 #include "support/Desktop.h"
 #include "support/PrivateMounts.h"
+#include "support/phone/PhoneWriteWatch.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -35,5 +36,6 @@ int main(int argc, char** argv)
     const Desktop desktop;
     const Application application(argc, argv);
     Style::install();
+    PhoneWriteWatch::install();
     return RUN_ALL_TESTS();
 }

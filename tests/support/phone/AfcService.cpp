@@ -22,7 +22,6 @@ enum Operation : quint64 {
     Status = 0x01,
     Data = 0x02,
     ReadDirectory = 0x03,
-    Truncate = 0x07,
     RemovePath = 0x08,
     MakeDirectory = 0x09,
     GetFileInfo = 0x0A,
@@ -36,11 +35,7 @@ enum Operation : quint64 {
     FileTellResult = 0x13,
     FileClose = 0x14,
     FileSetSize = 0x15,
-    RenamePath = 0x18,
-    FileLock = 0x1B,
-    MakeLink = 0x1C,
-    SetFileTime = 0x1E,
-    RemovePathAndContents = 0x22
+    RenamePath = 0x18
 };
 
 enum Code : quint64 {
@@ -93,19 +88,19 @@ quint64 codeOf(int errorNumber)
     }
 }
 
-bool writes(quint64 operation)
+/// Whether an operation is known to leave everything as it is; one of which nothing is known may
+/// write.
+bool onlyReads(quint64 operation)
 {
     switch (operation) {
-    case Truncate:
-    case RemovePath:
-    case MakeDirectory:
-    case FileWrite:
-    case FileSetSize:
-    case RenamePath:
-    case FileLock:
-    case MakeLink:
-    case SetFileTime:
-    case RemovePathAndContents:
+    case ReadDirectory:
+    case GetFileInfo:
+    case GetDeviceInfo:
+    case FileOpen: // in one of its modes
+    case FileRead:
+    case FileSeek:
+    case FileTell:
+    case FileClose:
         return true;
     default:
         return false;
@@ -179,7 +174,10 @@ void AfcService::serve()
     Request request;
     while (receive(request)) {
         const bool opensToWrite = request.operation == FileOpen && request.value(0) != ReadOnly;
-        _phone.record(request.operation, writes(request.operation) || opensToWrite);
+        _phone.record(request.operation);
+        if (!onlyReads(request.operation) || opensToWrite)
+            _phone.recordWrite(QStringLiteral("operation 0x%1 of the file service")
+                                   .arg(request.operation, 2, 16, QChar(u'0')));
         if (!misbehave() || !answer(request))
             return;
     }
