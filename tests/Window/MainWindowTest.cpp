@@ -61,9 +61,7 @@ TEST_F(MainWindowTest, ExportsInTheOrderOfTheTable)
     Hands::clickAt(header->viewport(),
                    QPoint(header->sectionViewportPosition(Title) + 20, header->height() / 2));
     ASSERT_TRUE(waitUntil([this] { return titles() == QStringList({"One", "Three", "Two"}); }));
-    controller->perform(Command::checkAll);
-    Hands::key("ctrl+e");
-    confirmExportMode();
+    exportShownTracks();
     closeAlert();
     ASSERT_EQ(controller->jobs().report()->items().size(), 3U);
     EXPECT_EQ(controller->jobs().report()->items()[1].title, "Three");
@@ -147,9 +145,7 @@ TEST_F(MainWindowTest, UnpluggingDuringAnExportEndsItWithAReport)
     auto mount = plugIn("Mira");
     open();
     ASSERT_TRUE(waitUntil([this] { return titles().size() == 1500; }));
-    controller->perform(Command::checkAll);
-    Hands::key("ctrl+e");
-    confirmExportMode();
+    exportShownTracks();
     ASSERT_TRUE(waitUntil([this] { return controller->jobs().isExport(); }));
     mount.reset();
     ASSERT_TRUE(waitUntil([this] { return devices().isEmpty(); }));
@@ -171,9 +167,7 @@ TEST_F(MainWindowTest, NamesWhatWasNotCopiedAndWhy)
     const auto mount = plugIn("Mira");
     open();
     ASSERT_TRUE(waitUntil([this] { return titles().size() == 2; }));
-    controller->perform(Command::checkAll);
-    Hands::key("ctrl+e");
-    confirmExportMode();
+    exportShownTracks();
     EXPECT_EQ(closeAlert(), "Export finished!");
     auto* line = part<QToolButton>("_btnFailures");
     EXPECT_EQ(line->text(), "1 of 2 items were not copied");
@@ -206,9 +200,7 @@ TEST_F(MainWindowTest, TwoDevicesComeAndGo)
     ASSERT_TRUE(waitUntil([this] { return devices() == QStringList({"Mira", "Noah"}); }));
     EXPECT_EQ(titles(), QStringList("One")) << "the first stays the current one";
 
-    Hands::click(part<QComboBox>("_cmbDevices"));
-    Hands::key("Down");
-    Hands::key("Return");
+    chooseNextDevice();
     ASSERT_TRUE(waitUntil([this] { return titles() == QStringList("Two"); }));
 
     noah.reset();
@@ -280,9 +272,7 @@ TEST_F(MainWindowTest, QuittingDuringAnExportAsksAndEndsCleanly)
     const auto mount = plugIn("Mira");
     open();
     ASSERT_TRUE(waitUntil([this] { return titles().size() == 1500; }));
-    controller->perform(Command::checkAll);
-    Hands::key("ctrl+e");
-    confirmExportMode();
+    exportShownTracks();
     ASSERT_TRUE(waitUntil([this] { return controller->jobs().isExport(); }));
     Hands::key("ctrl+q");
     ASSERT_TRUE(waitFor<QDialog>("_alertQuit"));
@@ -292,10 +282,7 @@ TEST_F(MainWindowTest, QuittingDuringAnExportAsksAndEndsCleanly)
     EXPECT_TRUE(window().isVisible());
     if (!controller->jobs().isBusy()) // a very fast disk
         return;
-    Hands::key("ctrl+q");
-    ASSERT_TRUE(waitFor<QDialog>("_alertQuit"));
-    ASSERT_TRUE(waitUntil([this] { return part<QDialog>("_alertQuit")->isActiveWindow(); }));
-    Hands::key("Return");
+    stopAndQuit();
     EXPECT_TRUE(waitUntil([this] { return !window().isVisible(); }));
     EXPECT_FALSE(controller->jobs().isBusy());
 }

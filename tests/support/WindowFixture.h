@@ -69,18 +69,21 @@ protected:
             add(QString("Track %1").arg(i), {});
     }
 
-    /// Writes a player of this name with the library, and starts an empty one.
-    void writePlayer(const QString& name)
+    /// Writes a player of this name with the library, and starts an empty one. Players keep it in
+    /// one folder, phones in another.
+    void writePlayer(const QString& name, const QString& controlFolder = "iPod_Control")
     {
         library.name = name;
         for (std::size_t i = 0; i < library.tracks.size(); ++i) {
-            QString location = library.tracks[i].location;
-            const QString file = path(name + location.replace(u':', u'/'));
+            QString& location = library.tracks[i].location;
+            location.replace("iPod_Control", controlFolder);
+            const QString file = path(name + QString(location).replace(u':', u'/'));
             Files::write(file, _contents[i]);
             if (_holes > 0)
                 QFile::resize(file, _holes);
         }
-        Files::write(path(name + "/iPod_Control/iTunes/iTunesDB"), ITunesDbWriter::write(library));
+        Files::write(path(QString("%1/%2/iTunes/iTunesDB").arg(name, controlFolder)),
+                     ITunesDbWriter::write(library));
         library = {};
         _contents.clear();
         _holes = 0;
@@ -153,6 +156,28 @@ protected:
     {
         ASSERT_TRUE(source(label).isValid()) << label.toStdString();
         Hands::clickCell(window().sources().outlineView(), source(label));
+    }
+    /// Chooses the device below the chosen one.
+    void chooseNextDevice()
+    {
+        Hands::click(part<QComboBox>("_cmbDevices"));
+        Hands::key("Down");
+        Hands::key("Return");
+    }
+    /// Exports all tracks shown, and answers the question where to.
+    void exportShownTracks()
+    {
+        controller->perform(Command::checkAll);
+        Hands::key("ctrl+e");
+        confirmExportMode();
+    }
+    /// Says yes to the question whether to stop the export and quit.
+    void stopAndQuit()
+    {
+        Hands::key("ctrl+q");
+        ASSERT_TRUE(waitFor<QDialog>("_alertQuit"));
+        ASSERT_TRUE(waitUntil([this] { return part<QDialog>("_alertQuit")->isActiveWindow(); }));
+        Hands::key("Return");
     }
     /// Answers the question where to export to.
     void confirmExportMode()
