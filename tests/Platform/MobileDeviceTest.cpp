@@ -97,6 +97,16 @@ TEST_P(PhoneSession, ReadingDoesNotCreateAMissingFile)
     EXPECT_FALSE(QFileInfo::exists(onPhone("/missing")));
 }
 
+TEST_P(PhoneSession, EndsTheFormerConnectionWhenItConnectsOnceMore)
+{
+    EXPECT_EQ(handle->connect(), 0);
+    const int before = QDir("/proc/self/fd").entryList(QDir::Files | QDir::System).size();
+    for (int i = 0; i < 10; ++i)
+        EXPECT_EQ(handle->connect(), 0);
+    const int after = QDir("/proc/self/fd").entryList(QDir::Files | QDir::System).size();
+    EXPECT_LT(after, before + 10);
+}
+
 TEST_P(PhoneSession, IsRefusedWithoutAPairingRecord)
 {
     change([](PhoneFaults& faults) { faults.hasRecord = false; });
