@@ -8,6 +8,8 @@
 #include <QElapsedTimer>
 #include <QProcess>
 
+#include <algorithm>
+
 namespace
 {
 using std::chrono::milliseconds;
@@ -190,6 +192,32 @@ TEST_F(PhoneWindowTest, SaysThatAPhoneIsLockedAndShowsItOnceItIsConnectedUnlocke
     ASSERT_TRUE(lists({"Mira"}));
     EXPECT_EQ(info(), "iPod Connected!");
     EXPECT_EQ(titles(), QStringList("One"));
+}
+
+TEST_F(PhoneWindowTest, KeepsTheLevelInBoundsWhateverSizeAPhoneClaims)
+{
+    const QByteArray content = Files::content(3 * MiB);
+    add("One", content);
+    add("Two", content);
+    const auto phone = newPhone("Mira");
+    phone->changeFaults([](PhoneFaults& faults) {
+        faults.sizes["/iTunes_Control/Music/F00/1.mp3"] = "0";
+        faults.sizes["/iTunes_Control/Music/F00/2.mp3"] = "-1";
+    });
+    usb.attach(phone);
+    open();
+    ASSERT_TRUE(waitUntil([this] { return titles().size() == 2; }));
+    std::vector<int> levels;
+    const auto* bar = window().findChild<QProgressBar*>("_li");
+    QObject::connect(bar, &QProgressBar::valueChanged, bar,
+                     [&](int value) { levels.push_back(value); });
+    exportShownTracks();
+    EXPECT_EQ(closeAlert(), "Export finished!");
+    EXPECT_EQ(Files::read(copyOf("One")), content);
+    EXPECT_EQ(Files::read(copyOf("Two")), content);
+    EXPECT_NE(std::find(levels.begin(), levels.end(), bar->maximum()), levels.end());
+    for (const int level : levels)
+        EXPECT_TRUE(level >= 0 && level <= bar->maximum()) << level;
 }
 
 TEST_F(PhoneWindowTest, AnswersWhileAPhoneHangsAtItsDoor)
