@@ -288,7 +288,8 @@ bool AfcService::getFileInfo(const Request& request)
         pair("st_size", claimed.isNull() ? QByteArray::number(info.st_size) : claimed);
     data += pair("st_blocks", QByteArray::number(info.st_blocks));
     data += pair("st_nlink", QByteArray::number(quint64(info.st_nlink)));
-    data += pair("st_ifmt", typeName(info.st_mode));
+    data += pair("st_ifmt", _phone.faults().types.value(QString::fromUtf8(request.path()),
+                                                        typeName(info.st_mode)));
     if (S_ISLNK(info.st_mode))
         data += pair("LinkTarget", QFile::symLinkTarget(QFile::decodeName(path)).toUtf8());
     data += pair("st_mtime", nanoseconds(info.st_mtim));
@@ -302,6 +303,9 @@ bool AfcService::openFile(const Request& request)
     if (flags < 0)
         return sendStatus(request, BadArgument);
     const QByteArray path = request.path(8);
+    const QString unopenable = _phone.faults().unopenable;
+    if (!unopenable.isEmpty() && QString::fromUtf8(path).endsWith(unopenable))
+        return sendStatus(request, NotPermitted);
     struct stat info = {};
     if (stat(local(path).constData(), &info) == 0 && S_ISDIR(info.st_mode))
         return sendStatus(request, IsFolder);

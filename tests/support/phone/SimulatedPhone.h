@@ -27,11 +27,13 @@ struct PhoneFaults {
     bool locked = false;      ///< by its pass code
     bool hangsAtDoor = false; ///< never answers when it is addressed
     bool garbageAtDoor = false;
-    bool noServiceHandle = false; ///< starts services at no port
-    QString serviceError;         ///< why it starts no services
+    bool noServiceHandle = false;   ///< starts services at no port
+    QString serviceError;           ///< why it starts no services
+    bool refusesConnection = false; ///< to the services that it started
 
     quint64 longestRead = UINT64_MAX;
     std::optional<BadRange> badRange;
+    QString unopenable;       ///< what the paths of files end in that cannot be opened
     int slowMilliseconds = 0; ///< before each answer
     qint64 cutAfterBytes =
         -1; ///< ends the file service's connection after so many bytes of answers
@@ -39,6 +41,7 @@ struct PhoneFaults {
     qint64 hangAfterOperations = -1;
     bool foreverFull = false;                  ///< files never end
     QHash<QString, QByteArray> sizes;          ///< sizes to claim, by path
+    QHash<QString, QByteArray> types;          ///< likewise types
     QHash<QString, QByteArrayList> extraNames; ///< names to list besides, by folder
 };
 
