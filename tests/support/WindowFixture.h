@@ -98,7 +98,7 @@ protected:
     {
         controller = std::make_unique<MainWindowController>();
         controller->start();
-        ASSERT_TRUE(waitUntil([this] { return window().isActiveWindow(); }));
+        waitForKeyboard();
     }
     MainWindow& window() { return controller->window(); }
 
@@ -157,10 +157,17 @@ protected:
         ASSERT_TRUE(source(label).isValid()) << label.toStdString();
         Hands::clickCell(window().sources().outlineView(), source(label));
     }
+    /// Waits until the window has the keyboard, which a dialog may have had a moment ago.
+    void waitForKeyboard()
+    {
+        ASSERT_TRUE(waitUntil([this] { return window().isActiveWindow(); }));
+    }
     /// Chooses the device below the chosen one.
     void chooseNextDevice()
     {
-        Hands::click(part<QComboBox>("_cmbDevices"));
+        auto* box = part<QComboBox>("_cmbDevices");
+        Hands::click(box);
+        ASSERT_TRUE(waitUntil([&] { return box->view()->isVisible(); }));
         Hands::key("Down");
         Hands::key("Return");
     }
@@ -168,12 +175,14 @@ protected:
     void exportShownTracks()
     {
         controller->perform(Command::checkAll);
+        waitForKeyboard();
         Hands::key("ctrl+e");
         confirmExportMode();
     }
     /// Says yes to the question whether to stop the export and quit.
     void stopAndQuit()
     {
+        waitForKeyboard();
         Hands::key("ctrl+q");
         ASSERT_TRUE(waitFor<QDialog>("_alertQuit"));
         ASSERT_TRUE(waitUntil([this] { return part<QDialog>("_alertQuit")->isActiveWindow(); }));
