@@ -2,6 +2,7 @@
 #include "Console/Commands.h"
 #include "Device/Device.h"
 #include "Device/TemporaryCopy.h"
+#include "Platform/PatientThread.h"
 
 #include <QCoreApplication>
 
@@ -23,7 +24,7 @@ void useUtf8()
     }
 }
 
-int run(const CommandLine& line)
+int perform(const CommandLine& line)
 {
     switch (line.command) {
     case CommandLine::Command::Devices:
@@ -37,11 +38,9 @@ int run(const CommandLine& line)
     }
     return ExitCode::WrongUsage;
 }
-} // namespace
 
-int main(int argc, char** argv)
+int run(int argc, char** argv)
 {
-    useUtf8();
     int exitCode = ExitCode::Done;
     const std::optional<CommandLine> line = CommandLine::parse(argc, argv, exitCode);
     if (!line)
@@ -49,11 +48,18 @@ int main(int argc, char** argv)
 
     const QCoreApplication application(argc, argv);
     TemporaryCopy::removeLeftovers();
-    exitCode = run(*line);
+    exitCode = perform(*line);
     Device::uninit();
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
         std::perror("zell-transfer-cli: standard output");
         return ExitCode::SomeNotCopied;
     }
     return exitCode;
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    useUtf8();
+    return PatientThread::endProgram(run(argc, argv));
 }

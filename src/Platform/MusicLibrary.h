@@ -45,6 +45,7 @@ public:
     virtual Outcome add(const QString& path, const Stop& stop) = 0;
     /// The names of all playlists, smart ones included; no list when there is no answer.
     virtual std::optional<QStringList> playlists() = 0;
+    /// Where a new playlist stands among the others is for the application to say.
     virtual Outcome createPlaylist(const QString& name) = 0;
     /// Adds a file of the library to a playlist that is there.
     virtual Outcome addToPlaylist(const QString& path, const QString& name) = 0;

@@ -4,13 +4,18 @@
 
 #include <condition_variable>
 #include <csignal>
+#include <cstdio>
+#include <cstdlib>
 #include <deque>
+#include <list>
 #include <mutex>
 #include <thread>
 
 namespace
 {
 constexpr std::chrono::milliseconds Farewell(2000);
+/// At the end of the program, when nothing is left to be done that matters.
+constexpr std::chrono::milliseconds LastFarewell(100);
 
 void blockPipeSignal()
 {
@@ -19,6 +24,63 @@ void blockPipeSignal()
     sigaddset(&signals, SIGPIPE);
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 }
+
+/// The threads that were started. One that has ended is joined at the next start, so that what
+/// libraries keep for a thread is gone before the libraries are.
+class Crew
+{
+public:
+    /// Never destroyed: threads may be in it for as long as the process lives.
+    static Crew& shared()
+    {
+        static auto* const crew = new Crew;
+        return *crew;
+    }
+
+    void start(PatientThread::Job job)
+    {
+        const std::lock_guard lock(_mutex);
+        joinEnded();
+        Member& member = _members.emplace_back();
+        member.thread = std::thread([this, &member, job = std::move(job)]() mutable {
+            blockPipeSignal();
+            Fault::guard(job);
+            job = {};
+            const std::lock_guard endLock(_mutex);
+            member.hasEnded = true;
+            _changed.notify_all();
+        });
+    }
+
+    bool joinAllWithin(std::chrono::milliseconds limit)
+    {
+        std::unique_lock lock(_mutex);
+        _changed.wait_for(lock, limit, [this] {
+            joinEnded();
+            return _members.empty();
+        });
+        return _members.empty();
+    }
+
+private:
+    struct Member {
+        std::thread thread;
+        bool hasEnded = false; ///< but for its last few instructions
+    };
+
+    void joinEnded()
+    {
+        _members.remove_if([](Member& member) {
+            if (member.hasEnded)
+                member.thread.join();
+            return member.hasEnded;
+        });
+    }
+
+    std::mutex _mutex;
+    std::condition_variable _changed;
+    std::list<Member> _members;
+};
 } // namespace
 
 /// Shared with the thread, which may outlive the object.
@@ -34,18 +96,24 @@ struct PatientThread::State {
     bool ended = false;
 };
 
-void PatientThread::detached(Job job)
+void PatientThread::alone(Job job)
 {
-    std::thread([job = std::move(job)] {
-        blockPipeSignal();
-        Fault::guard(job);
-    }).detach();
+    Crew::shared().start(std::move(job));
+}
+
+int PatientThread::endProgram(int exitCode)
+{
+    if (!Crew::shared().joinAllWithin(LastFarewell)) {
+        std::fflush(nullptr);
+        std::_Exit(exitCode);
+    }
+    return exitCode;
 }
 
 PatientThread::PatientThread()
     : _state(std::make_shared<State>())
 {
-    std::thread([state = _state] { work(state); }).detach();
+    Crew::shared().start([state = _state] { work(state); });
 }
 
 PatientThread::~PatientThread()
@@ -93,7 +161,6 @@ bool PatientThread::isStuck() const
 
 void PatientThread::work(const std::shared_ptr<State>& state)
 {
-    blockPipeSignal();
     std::unique_lock lock(state->mutex);
     for (;;) {
         state->hasWork.wait(lock, [&] { return state->ending || !state->jobs.empty(); });

@@ -7,7 +7,7 @@
 
 /// A thread for calls into a library that may block for longer than anybody wants to wait, and
 /// that nothing can call back. Whoever waits for such a call gives up after a limit; the thread
-/// is then left to end by itself, and nobody waits for it again.
+/// is then left to end by itself, and only the end of the program waits for it, a moment.
 ///
 /// For that reason a job owns all it touches, by value or by a share of it. SIGPIPE is blocked on
 /// the thread: a connection that broke is an error of the call that found out.
@@ -17,8 +17,12 @@ public:
     using Job = std::function<void()>;
     using Ticket = std::uint64_t; ///< which of the jobs, in their order
 
-    /// Runs `job` on a thread that nobody ever waits for.
-    static void detached(Job job);
+    /// Runs `job` on a thread of its own, likewise.
+    static void alone(Job job);
+    /// For the end of main: waits a moment for every thread, then gives `exitCode`. Where one is
+    /// still inside a library, this ends the process at once instead: the libraries' own tear-down
+    /// would pull the ground from under it.
+    static int endProgram(int exitCode);
 
     PatientThread();
     /// Waits a moment for what is running and for what was posted, then leaves the thread alone.

@@ -28,7 +28,6 @@
 #include "Window/StatusBar.h"
 #include "Window/TrackTable.h"
 #include "Window/Update/NewVersionAlert.h"
-#include "Window/Update/UpdateAddresses.h"
 #include "Window/Update/VersionCheck.h"
 
 #include <QGuiApplication>
@@ -60,7 +59,8 @@ QMenu* MainWindowController::menuCollectionView()
     return theController ? theController->_menu->collectionViewMenu() : nullptr;
 }
 
-MainWindowController::MainWindowController()
+MainWindowController::MainWindowController(UpdateAddresses addresses)
+    : _updateAddresses(std::move(addresses))
 {
     awakeFromNib();
 }
@@ -111,16 +111,16 @@ void MainWindowController::startDevices()
         _window->status().setInfo(QStringLiteral("iPod Connected!"));
     refreshUI();
     showBrowser();
-    checkVersion(UpdateAddresses::built());
+    checkVersion();
 }
 
-void MainWindowController::checkVersion(const UpdateAddresses& addresses)
+void MainWindowController::checkVersion()
 {
     if (!Config::instance().checkVersion())
         return;
-    _versionCheck = std::make_unique<VersionCheck>(
-        addresses, [this, page = addresses.downloadPage](const QString& version) {
-            NewVersionAlert::show(*_window, version, page);
+    _versionCheck =
+        std::make_unique<VersionCheck>(_updateAddresses, [this](const QString& version) {
+            NewVersionAlert::show(*_window, version, _updateAddresses.downloadPage);
         });
 }
 
@@ -362,7 +362,8 @@ void MainWindowController::perform(Command command)
         _window->searchField().selectAll();
         break;
     case Command::showPref:
-        (new PreferencesWindow(Config::instance(), _window.get()))->showPref();
+        (new PreferencesWindow(Config::instance(), _updateAddresses.areComplete(), _window.get()))
+            ->showPref();
         break;
     case Command::showAbout:
         (new AboutWindow(_window.get()))->showAbout();

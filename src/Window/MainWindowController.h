@@ -5,6 +5,7 @@
 #include "Window/Commands.h"
 #include "Window/MainWindow.h"
 #include "Window/TrackBrowser.h"
+#include "Window/Update/UpdateAddresses.h"
 
 #include <QObject>
 
@@ -16,7 +17,6 @@ class QMenu;
 class VersionCheck;
 struct MenuState;
 struct Photo;
-struct UpdateAddresses;
 
 /// The controller of the one window: it starts the device families, follows the person's choices
 /// and hands commands to whom they concern. Lives on the window's thread from start to end.
@@ -29,7 +29,8 @@ public:
     /// The context menu of the photo grid.
     static QMenu* menuCollectionView();
 
-    MainWindowController();
+    /// New versions are asked for, and found, at these addresses.
+    explicit MainWindowController(UpdateAddresses addresses = UpdateAddresses::built());
     ~MainWindowController() override;
 
     /// Shows the window, and starts the device families once it is up. Call it once.
@@ -51,7 +52,7 @@ public:
     /// nothing.
     void openBackupFolder(int tag);
     /// Asks for a new version, unless the person wants none of it; nothing waits for the answer.
-    void checkVersion(const UpdateAddresses& addresses);
+    void checkVersion();
 
 private:
     void awakeFromNib();
@@ -81,5 +82,6 @@ private:
     JobController* _jobs = nullptr; ///< both belong to the window
     MainMenu* _menu = nullptr;
     std::unique_ptr<ExportCommands> _exports;
+    UpdateAddresses _updateAddresses;
     std::unique_ptr<VersionCheck> _versionCheck;
 };

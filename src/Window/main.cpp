@@ -1,4 +1,5 @@
 #include "Base/Program.h"
+#include "Platform/PatientThread.h"
 #include "Window/Appearance.h"
 #include "Window/Crash/Application.h"
 #include "Window/Crash/CrashFile.h"
@@ -7,7 +8,9 @@
 #include "Window/MainWindowController.h"
 #include "Window/Style.h"
 
-int main(int argc, char** argv)
+namespace
+{
+int run(int argc, char** argv)
 {
     Application application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zell-transfer"));
@@ -23,4 +26,10 @@ int main(int argc, char** argv)
     controller.start();
     handler.showReportsLeftIn(CrashFile::folder());
     return QApplication::exec();
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    return PatientThread::endProgram(run(argc, argv));
 }

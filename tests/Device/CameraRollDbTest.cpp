@@ -64,6 +64,20 @@ TEST_F(CameraRoll, ListsPicturesAndVideosOfEachFolder)
     EXPECT_TRUE(photo.thumbnails.empty());
 }
 
+TEST_F(CameraRoll, KeepsTheOrderInWhichTheDeviceLists)
+{
+    put("DCIM/100APPLE/IMG_0001.JPG");
+    put("DCIM/100APPLE/IMG_0002.JPG");
+    put("DCIM/101APPLE/IMG_0003.JPG");
+    device = std::make_unique<FolderDevice>(path(""));
+    device->order = QDir::Name | QDir::Reversed;
+    QStringList listed;
+    for (const Photo* photo : device->cameraRollDb()->photos())
+        listed.append(photo->fullSizeFile);
+    EXPECT_EQ(listed, QStringList({"/DCIM/101APPLE/IMG_0003.JPG", "/DCIM/100APPLE/IMG_0002.JPG",
+                                   "/DCIM/100APPLE/IMG_0001.JPG"}));
+}
+
 TEST_F(CameraRoll, LeavesOutEverythingElse)
 {
     put("DCIM/IMG_0000.JPG");

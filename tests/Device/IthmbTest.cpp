@@ -197,12 +197,15 @@ TEST(PackedYuv, EqualsTheFormulaForEveryPixelThereIs)
     }
 }
 
-TEST(PackedYuv, ConvertsBitmapsAsItConvertsPixels)
+namespace
 {
-    const int width = 64;
-    const int height = 30;
+/// Compares a packed picture of an even width, and of random bytes, with the rows and groups that
+/// it is stored in.
+void expectPacked(int width, int height)
+{
     const QByteArray data = Files::content(width * height * 2);
-    const QImage image = Ithmb::getYuvBmp(viewOf(data), width, height);
+    const QImage image = Ithmb::getYuvBmp(viewOf(data), quint32(width), quint32(height));
+    ASSERT_EQ(image.size(), QSize(width, height));
     for (int row = 0; row < height; ++row) {
         const int stored = row / 2 + row % 2 * (height / 2);
         for (int x = 0; x < width; ++x) {
@@ -212,6 +215,20 @@ TEST(PackedYuv, ConvertsBitmapsAsItConvertsPixels)
             ASSERT_EQ(rgba(image, x, row), (std::vector<int>{pixel.red, pixel.green, pixel.blue}));
         }
     }
+}
+} // namespace
+
+TEST(PackedYuv, ConvertsBitmapsAsItConvertsPixels)
+{
+    expectPacked(64, 30);
+    expectPacked(720, 480);
+}
+
+TEST(PackedYuv, WeavesAnOddNumberOfRows)
+{
+    expectPacked(64, 31);
+    expectPacked(2, 3);
+    expectPacked(10, 1);
 }
 
 TEST(PackedYuv, ConvertsEveryPixelThereIsInBitmapsToo)

@@ -116,6 +116,26 @@ TEST_F(PhotoDatabase, ReadsNamesInBothEncodings)
     }
 }
 
+TEST_F(PhotoDatabase, IsReadOnce)
+{
+    add(1);
+    PhotoDb& db = read();
+    Photo* const first = db.photos()[0];
+    device.put(DatabasePath, PhotoDatabaseWriter::write({}));
+    EXPECT_EQ(db.photos(), std::vector<Photo*>{first});
+    EXPECT_TRUE(db.albums().empty());
+}
+
+TEST_F(PhotoDatabase, GivesAPhotoTheOnePlaceholderUntilItHasAPreview)
+{
+    add(1);
+    add(2);
+    PhotoDb& db = read();
+    EXPECT_FALSE(Photo::placeHolder().isNull());
+    for (const Photo* photo : db.photos())
+        EXPECT_EQ(photo->smallImage().cacheKey(), Photo::placeHolder().cacheKey());
+}
+
 TEST_F(PhotoDatabase, DropsTheFirstAlbum)
 {
     add(1);
@@ -238,7 +258,7 @@ class OnePhoto : public PhotoDatabase
 protected:
     QImage preview(std::initializer_list<quint32> offsets, const std::vector<quint32>& kinds)
     {
-        TestPhoto& photo = add(1);
+        TestPhoto& photo = library.photos.empty() ? add(1) : library.photos.front();
         for (const quint32 offset : offsets)
             photo.thumbnails.push_back({1023, ":F.ithmb", offset, 16, 0, 0, 2, 4});
         library.kinds = kinds;
@@ -262,7 +282,23 @@ TEST_F(OnePhoto, HasNoPreviewWhenTheLastSmallRenditionFails)
 
 TEST_F(OnePhoto, KeepsThePlaceholderWithoutAListOfFiles)
 {
-    EXPECT_EQ(preview({0}, {}), Photo::placeHolder());
+    EXPECT_EQ(preview({0}, {}), Photo::placeHolder()); // an empty list
+    EXPECT_EQ(reader->smallCorrelationId(), 0);
+    PhotoDatabaseWriter::Options options;
+    options.dataSets = {1, 2}; // none at all
+    PhotoDb& db = read(PhotoDatabaseWriter::write(library, options));
+    db.previews().wait();
+    EXPECT_EQ(db.smallCorrelationId(), 0);
+    EXPECT_EQ(db.photos()[0]->smallImage(), Photo::placeHolder());
+}
+
+TEST_F(OnePhoto, KeepsThePlaceholderForARenditionOfAnUnknownKind)
+{
+    for (const quint32 kind : {7777U, 0U}) {
+        library.photos.clear();
+        add(1, {kind});
+        EXPECT_EQ(preview({}, {kind, 1019}), Photo::placeHolder()) << kind;
+    }
 }
 
 TEST_F(OnePhoto, KeepsThePlaceholderWhenAnotherKindIsTheSmallOne)

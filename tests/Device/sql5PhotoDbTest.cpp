@@ -102,6 +102,20 @@ TEST_F(PhotosSqlite, HasNoTitles)
     EXPECT_FALSE(db.photos()[0]->title.isNull());
 }
 
+TEST_F(PhotosSqlite, KnowsAlbumsByTheLow32BitsOfTheirIds)
+{
+    PhotoDb& db = readStatements({"CREATE TABLE ZGENERICALBUM (Z_PK INTEGER, ZTITLE)",
+                                  "INSERT INTO ZGENERICALBUM VALUES (4294967299, 'Trip')",
+                                  "CREATE TABLE ZGENERICASSET (Z_PK, ZTHUMBNAILINDEX, ZDIRECTORY, "
+                                  "ZFILENAME, ZTITLE)",
+                                  "INSERT INTO ZGENERICASSET VALUES (10, 0, 'DCIM', 'A.JPG', '')",
+                                  "CREATE TABLE Z_8ASSETS (Z_8ALBUMS, Z_14ASSETS)",
+                                  "INSERT INTO Z_8ASSETS VALUES (4294967299, 10)"});
+    ASSERT_EQ(names(db.albums()), QStringList("Trip"));
+    EXPECT_EQ(db.albums()[0]->albumId, 3);
+    EXPECT_EQ(ids(db.albums()[0]->photos), (std::vector<int>{10}));
+}
+
 TEST_F(PhotosSqlite, LeavesOutPicturesWithANegativeIndex)
 {
     library.albums = {{3, "Trip"}};
@@ -197,7 +211,7 @@ TEST_F(PhotosSqlite, LeavesNoTemporaryFilesAndACopyForDiagnosis)
         return paths;
     };
     ASSERT_EQ(PhotosSqliteWriter::write(databasePath(), library), "");
-    const QStringList before = files(); // the phone's own among them
+    const QStringList before = files();
     (void)open();
     EXPECT_EQ(files(), before);
     EXPECT_EQ(Files::read(Utility::logFolder() + "/Photos.sqlite"), Files::read(databasePath()));

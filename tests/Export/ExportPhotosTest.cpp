@@ -2,30 +2,19 @@
 #include "Device/PhotoDb.h"
 #include "Device/iPod/iPodDevice.h"
 #include "Export/ExportJob.h"
-#include "support/Files.h"
+#include "support/ExportFixture.h"
 #include "support/FolderDevice.h"
 #include "support/IthmbWriter.h"
 #include "support/PhotoDatabaseWriter.h"
 #include "support/SamplePicture.h"
-#include "support/ScriptedHost.h"
-
-#include <gtest/gtest.h>
 
 namespace
 {
-class PhotoJob : public testing::Test
+class PhotoJob : public ExportFixture
 {
 protected:
-    PhotoJob()
-    {
-        for (int i = 0; i < Config::FolderCount; ++i)
-            config.setFolderPath(Config::Folder(i), out(Config::folderName(Config::Folder(i))));
-        config.setCopyRule(KeepBothRule);
-        library.kinds = {1023, 3008};
-    }
+    PhotoJob() { library.kinds = {1023, 3008}; }
 
-    [[nodiscard]] QString path(const QString& name) const { return _folder.filePath(name); }
-    [[nodiscard]] QString out(const QString& name) const { return path("out/" + name); }
     void put(const QString& name, const QByteArray& content) const
     {
         Files::write(path("player/" + name), content);
@@ -72,23 +61,8 @@ protected:
         exportPhotos(device->cameraRollDb()->photos());
     }
 
-    [[nodiscard]] const ExportItem& item(std::size_t i) const { return report.items().at(i); }
-    [[nodiscard]] QStringList results() const
-    {
-        QStringList names;
-        for (const ExportItem& one : report.items())
-            names.append(ExportItem::resultName(one.result));
-        return names;
-    }
-
     TestPhotoLibrary library;
     std::shared_ptr<Device> device;
-    Config config;
-    ScriptedHost host;
-    ExportReport report;
-
-private:
-    QTemporaryDir _folder;
 };
 
 class PhotoPath : public testing::Test
@@ -246,6 +220,19 @@ TEST_F(PhotoJob, WritesNoFileForAPhotoWithNeither)
     EXPECT_EQ(host.told.last(), "finished!");
     EXPECT_TRUE(QDir(out("Photos")).isEmpty());
     EXPECT_FALSE(item(0).why.isEmpty());
+}
+
+TEST_F(PhotoJob, WritesNoFileForARenditionThatIsNotTheLargeKind)
+{
+    put("Photos/F.ithmb", QByteArray(16, '\xff'));
+    library.kinds = {1023, 7777};
+    add(57).thumbnails = {rendition(7777, ":F.ithmb"), rendition(3008, ":F.ithmb"),
+                          rendition(0, ":F.ithmb")};
+    exportPhotos(); // the library names no large kind
+    library.kinds = {1019, 3008, 7777, 1067};
+    exportPhotos(); // the last of several counts, and the photo has none of that
+    EXPECT_EQ(results(), QStringList({"missing", "missing"}));
+    EXPECT_TRUE(QDir(out("Photos")).isEmpty());
 }
 
 TEST_F(PhotoJob, NeverCopiesTheFolderOfAPhotoThatNamesNoFile)

@@ -60,3 +60,23 @@ TEST(PatientThread, HandsOnAnExceptionThatLeavesItsWork)
     Fault::setHandler({});
     EXPECT_EQ(handed, 1);
 }
+
+TEST(PatientThread, LetsTheProgramEndThoughAThreadIsStuck)
+{
+    const auto endWithAStuckThread = [] {
+        PatientThread::alone([] { std::promise<void>().get_future().wait(); });
+        std::exit(PatientThread::endProgram(7));
+    };
+    EXPECT_EXIT(endWithAStuckThread(), testing::ExitedWithCode(7), "");
+}
+
+TEST(PatientThread, WaitsAtTheEndOfTheProgramForAThreadThatIsAboutToEnd)
+{
+    const auto done = std::make_shared<std::atomic<bool>>(false);
+    PatientThread::alone([done] {
+        std::this_thread::sleep_for(20ms);
+        *done = true;
+    });
+    EXPECT_EQ(PatientThread::endProgram(0), 0);
+    EXPECT_TRUE(*done);
+}

@@ -15,15 +15,10 @@ protected:
     {
         add("One", "new one");
         add("Two", "new two");
-        writePlayer("Mira");
-        mount = plugIn("Mira");
         Files::write(out("Music/Artist/Album/One.mp3"), "old one");
         Files::write(out("Music/Artist/Album/Two.mp3"), "old two");
-        open();
-        ASSERT_TRUE(waitUntil([this] { return titles().size() == 2; }));
-        controller->perform(Command::checkAll);
-        Hands::key("ctrl+e");
-        confirmExportMode();
+        openOnPlayer();
+        WindowFixture::startExport();
         waitForQuestion("One");
     }
     void waitForQuestion(const QString& title)
@@ -47,8 +42,6 @@ protected:
     {
         return Files::read(out("Music/Artist/Album/" + name));
     }
-
-    std::unique_ptr<PrivateMounts::Mount> mount;
 };
 } // namespace
 

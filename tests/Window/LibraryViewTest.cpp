@@ -26,7 +26,7 @@ protected:
         bell.mediaKind = 16384; // a ringtone
         library.playlists.push_back({"Evening", {3, 1}});
         writePlayer("Mira");
-        mount = plugIn("Mira");
+        player = plugIn("Mira");
         open();
         ASSERT_TRUE(waitUntil([this] { return titles().size() == 3; }));
     }
@@ -35,8 +35,6 @@ protected:
     {
         Hands::clickCell(view, view->model()->index(row, 0));
     }
-
-    std::unique_ptr<PrivateMounts::Mount> mount;
 };
 } // namespace
 
@@ -232,7 +230,7 @@ TEST_F(LibraryViewTest, MenusAreValidatedWhenTheyOpen)
     choose("Evening");
     controller->menu().validate();
     EXPECT_TRUE(controller->menu().action(Command::exportSelectedPlaylist)->isEnabled());
-    mount.reset();
+    player.reset();
     ASSERT_TRUE(waitUntil([this] { return devices().isEmpty(); }));
     controller->menu().validate();
     for (const Command command : {Command::exportAllMedia, Command::exportAllPhotos,

@@ -12,7 +12,6 @@
 #include <QDBusMessage>
 #include <QElapsedTimer>
 #include <QRadioButton>
-#include <QStandardPaths>
 #include <QUrl>
 
 #include <csignal>
@@ -210,10 +209,7 @@ TEST_F(MusicApplicationTest, TheWindowHandsOverWhatItExports)
     add("Two", SoundFile::wav(2)).location = ":iPod_Control:Music:F00:2.wav";
     add("Three", "no sound").location = ":iPod_Control:Music:F00:3.wav";
     library.playlists = {{"Road", {1, 2}}, {SmartPlaylist, {1}}};
-    writePlayer("Mira");
-    const auto mount = plugIn("Mira");
-    open();
-    ASSERT_TRUE(waitUntil([this] { return titles().size() == 3; }));
+    openOnPlayer();
     controller->perform(Command::checkAll);
     Hands::key("ctrl+e");
     auto* mode = waitFor<QDialog>("_winExportMode");
@@ -237,10 +233,7 @@ TEST_F(MusicApplicationTest, TheQuestionSaysThatThereIsNoApplication)
     const PrivateBus bare;
     qputenv("DBUS_SESSION_BUS_ADDRESS", bare.address().toUtf8());
     add("One", SoundFile::wav(1));
-    writePlayer("Mira");
-    const auto mount = plugIn("Mira");
-    open();
-    ASSERT_TRUE(waitUntil([this] { return titles().size() == 1; }));
+    openOnPlayer();
     controller->perform(Command::checkAll);
     Hands::key("ctrl+e");
     ASSERT_TRUE(waitFor<QDialog>("_winExportMode"));
@@ -249,44 +242,4 @@ TEST_F(MusicApplicationTest, TheQuestionSaysThatThereIsNoApplication)
     EXPECT_FALSE(row->isEnabled());
     confirmExportMode();
     EXPECT_EQ(closeAlert(), "Export finished!");
-}
-
-TEST_F(MusicApplicationTest, PlayWithoutASelectionAsksForATrack)
-{
-    add("One", SoundFile::wav(1));
-    writePlayer("Mira");
-    const auto mount = plugIn("Mira");
-    open();
-    ASSERT_TRUE(waitUntil([this] { return titles().size() == 1; }));
-    table()->clearSelection();
-    controller->perform(Command::play);
-    ASSERT_TRUE(waitUntil([this] {
-        for (auto* top : QApplication::topLevelWidgets()) {
-            if (top->isVisible() && top->windowTitle() == "Please select a track to play")
-                return true;
-        }
-        return false;
-    }));
-    Hands::key("Return");
-}
-
-TEST_F(MusicApplicationTest, PlayDoesNothingDuringAnExport)
-{
-    addMany(1500, 2 * 1024 * 1024);
-    writePlayer("Mira");
-    const auto mount = plugIn("Mira");
-    open();
-    ASSERT_TRUE(waitUntil([this] { return titles().size() == 1500; }));
-    table()->selectRow(0);
-    controller->perform(Command::checkAll);
-    Hands::key("ctrl+e");
-    confirmExportMode();
-    ASSERT_TRUE(waitUntil([this] { return part<QPushButton>("_btnExport")->text() == "Stop"; }));
-    controller->perform(Command::play);
-    EXPECT_FALSE(part<QPushButton>("_btnPlay")->isEnabled());
-    EXPECT_FALSE(
-        QFile::exists(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
-                      "/Zell iPod iPhone Transfer/Playing"));
-    Hands::click(part<QPushButton>("_btnExport"));
-    (void)closeAlert();
 }

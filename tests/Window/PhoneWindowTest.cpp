@@ -27,6 +27,11 @@ protected:
         qputenv("USBMUXD_SOCKET_ADDRESS", usb.address());
     }
 
+    void addMany(int count)
+    {
+        for (int i = 0; i < count; ++i)
+            add(QString("Track %1").arg(i), QByteArray(MiB / 4, 'x'));
+    }
     /// A phone that holds the tracks added so far.
     std::shared_ptr<SimulatedPhone> newPhone(const QString& name)
     {
@@ -55,7 +60,7 @@ protected:
     void startSlowExport(SimulatedPhone& phone)
     {
         slow(phone, 100);
-        exportShownTracks();
+        startExport();
         ASSERT_TRUE(waitUntil([&] { return QFile::exists(copyOf("Track 1")); }));
         ASSERT_TRUE(controller->jobs().isExport());
     }
@@ -211,7 +216,7 @@ TEST_F(PhoneWindowTest, KeepsTheLevelInBoundsWhateverSizeAPhoneClaims)
     const auto* bar = window().findChild<QProgressBar*>("_li");
     QObject::connect(bar, &QProgressBar::valueChanged, bar,
                      [&](int value) { levels.push_back(value); });
-    exportShownTracks();
+    startExport();
     EXPECT_EQ(closeAlert(), "Export finished!");
     EXPECT_EQ(Files::read(copyOf("One")), content);
     EXPECT_EQ(Files::read(copyOf("Two")), content);
@@ -239,7 +244,7 @@ TEST_F(PhoneWindowTest, AnswersWhileAPhoneHangsAtItsDoor)
 
 TEST_F(PhoneWindowTest, AnswersWhileAPhoneHangsInAnExportAndTakesItBackOnceItAnswers)
 {
-    addMany(50, 2 * MiB);
+    addMany(50);
     const auto phone = newPhone("Mira");
     usb.attach(phone);
     open();
@@ -268,7 +273,7 @@ TEST_F(PhoneWindowTest, AnswersWhileAPhoneHangsInAnExportAndTakesItBackOnceItAns
 
 TEST_F(PhoneWindowTest, QuitsWhileAPhoneHangsInAnExport)
 {
-    addMany(50, 2 * MiB);
+    addMany(50);
     const auto phone = newPhone("Mira");
     usb.attach(phone);
     open();

@@ -7,6 +7,7 @@
 #include "support/Hands.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QPointer>
@@ -18,9 +19,9 @@ namespace
 class PreferencesWindowTest : public testing::Test
 {
 protected:
-    void show()
+    void show(bool canCheckVersion = true)
     {
-        window = new PreferencesWindow(config);
+        window = new PreferencesWindow(config, canCheckVersion);
         window->showPref();
         ASSERT_TRUE(waitUntil([this] { return window->isActiveWindow(); }));
     }
@@ -92,6 +93,28 @@ TEST_F(PreferencesWindowTest, CancellingStoresNothing)
     Hands::key("Escape");
     EXPECT_TRUE(waitUntil([this] { return window.isNull(); }));
     EXPECT_EQ(config.folderPath(Config::Folder::Music), before);
+}
+
+TEST_F(PreferencesWindowTest, OffersTheSwitchWhereSomebodyCanBeAsked)
+{
+    show();
+    const auto* check = window->findChild<QCheckBox*>("_btnCheckVersion");
+    EXPECT_TRUE(check->isEnabled());
+    EXPECT_TRUE(check->isChecked());
+}
+
+TEST_F(PreferencesWindowTest, SaysThatAProgramWithoutAnAddressNeverAsks)
+{
+    show(false);
+    const auto* check = window->findChild<QCheckBox*>("_btnCheckVersion");
+    EXPECT_FALSE(check->isEnabled());
+    EXPECT_TRUE(check->toolTip().contains("never asks")) << check->toolTip().toStdString();
+    EXPECT_EQ(check->accessibleDescription(), check->toolTip());
+    // What the person once chose stays, for a program that can ask.
+    config.setCheckVersion(false);
+    window->showPref();
+    window->endPref();
+    EXPECT_FALSE(Config().checkVersion());
 }
 
 TEST_F(PreferencesWindowTest, ChoosesAFolderStartingInTheOneWritten)

@@ -1,6 +1,5 @@
 // The offer of a new version, and the switch that turns the question off.
 
-#include "Window/Update/UpdateAddresses.h"
 #include "support/LoopbackServer.h"
 #include "support/WindowFixture.h"
 
@@ -22,20 +21,17 @@ protected:
                               QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         qputenv("OPENED", QFile::encodeName(path("opened")));
         qputenv("PATH", QFile::encodeName(path("bin")) + ':' + qgetenv("PATH"));
+        updateAddresses = {server.address("/?op=GetVersion3"),
+                           "http://zell.example/",
+                           QUrl("http://zell.example/get?version=new"),
+                           {}};
     }
 
-    [[nodiscard]] UpdateAddresses addresses() const
-    {
-        return {server.address("/?op=GetVersion3"),
-                "http://zell.example/",
-                QUrl("http://zell.example/get?version=new"),
-                {}};
-    }
-    /// The offer, once the service has named the latest version.
+    /// The offer of a program that has just been started, once the service has named the latest
+    /// version.
     QMessageBox* offer()
     {
         open();
-        controller->checkVersion(addresses());
         auto* box = waitFor<QMessageBox>("_alertNewVersion");
         EXPECT_TRUE(waitUntil([box] { return box && box->isActiveWindow(); }));
         return box;
@@ -104,9 +100,37 @@ TEST_F(UpdateWindowTest, ClosingTheOfferOpensNoBrowser)
     EXPECT_FALSE(QFile::exists(path("opened")));
 }
 
+TEST_F(UpdateWindowTest, EachStartAsksOnce)
+{
+    latest = "2.5.1";
+    for (std::size_t start = 1; start <= 2; ++start) {
+        open();
+        ASSERT_TRUE(waitUntil([&] { return server.requests().size() == start; }));
+        aMoment();
+        EXPECT_EQ(server.requests().size(), start);
+        EXPECT_FALSE(part<QMessageBox>("_alertNewVersion"));
+        controller.reset();
+    }
+}
+
+TEST_F(UpdateWindowTest, AProgramWithoutAnAddressAsksNobodyAndSaysSo)
+{
+    updateAddresses = {};
+    open();
+    controller->perform(Command::showPref);
+    auto* check = waitFor<QCheckBox>("_btnCheckVersion");
+    ASSERT_TRUE(check);
+    EXPECT_FALSE(check->isEnabled());
+    EXPECT_FALSE(check->toolTip().isEmpty());
+    aMoment();
+    EXPECT_TRUE(server.requests().empty());
+}
+
 TEST_F(UpdateWindowTest, TheSwitchInThePreferencesTurnsTheQuestionOff)
 {
+    latest = "2.5.1";
     open();
+    ASSERT_TRUE(waitUntil([this] { return server.requests().size() == 1; }));
     controller->perform(Command::showPref);
     auto* check = waitFor<QCheckBox>("_btnCheckVersion");
     ASSERT_TRUE(check);
@@ -118,7 +142,8 @@ TEST_F(UpdateWindowTest, TheSwitchInThePreferencesTurnsTheQuestionOff)
     ASSERT_TRUE(waitUntil([this] { return !part<QDialog>("_winPref"); }));
     EXPECT_FALSE(Config().checkVersion());
 
-    controller->checkVersion(addresses());
+    controller.reset();
+    open(); // the next start
     aMoment();
-    EXPECT_TRUE(server.requests().empty());
+    EXPECT_EQ(server.requests().size(), 1U);
 }

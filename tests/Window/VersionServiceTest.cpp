@@ -261,9 +261,23 @@ TEST(VersionServiceTest, ReadsThePageOfAProduct)
     EXPECT_EQ(server.requests()[0].path, "/Zell_iPod_iPhone_Transfer.php");
 }
 
-TEST(VersionServiceTest, AnEmptyPageIsNoVersion)
+TEST(VersionServiceTest, APageThatIsEmptyOrNoAsciiTextIsNoVersion)
 {
-    const LoopbackServer server([](const Request&) { return LoopbackServer::answer(""); });
-    const VersionService service({{}, {}, {}, server.host()}, WebCall({}, 10s));
-    EXPECT_TRUE(service.getRumaVersion("Zell").isNull());
+    for (const QByteArray page : {"", "2.7 \xc3\xa9", "\xff\xfe\x32"}) {
+        const LoopbackServer server(
+            [page](const Request&) { return LoopbackServer::answer(page); });
+        const VersionService service({{}, {}, {}, server.host()}, WebCall({}, 10s));
+        EXPECT_TRUE(service.getRumaVersion("Zell").isNull()) << page.toHex().constData();
+    }
+}
+
+TEST(VersionServiceTest, APageThatIsNotThereIsNoVersion)
+{
+    const LoopbackServer server(
+        [](const Request&) { return LoopbackServer::answer("2.7", "404 Not Found"); });
+    EXPECT_TRUE(VersionService({{}, {}, {}, server.host()}, WebCall({}, 10s))
+                    .getRumaVersion("Zell")
+                    .isNull());
+    EXPECT_TRUE(
+        VersionService(UpdateAddresses(), WebCall({}, 10s)).getRumaVersion("Zell").isNull());
 }

@@ -27,6 +27,8 @@ public:
     QStringList lost;
     /// Files are listed, and gone when they are asked for by themselves.
     bool hideFiles = false;
+    /// In which order folders and files are listed.
+    QDir::SortFlags order = QDir::Name | QDir::IgnoreCase;
 
     QByteArray read(const QString& path) override
     {
@@ -45,11 +47,12 @@ public:
     bool isDirectory(const QString& path) override { return QFileInfo(local(path)).isDir(); }
     QStringList getFiles(const QString& folder) override
     {
-        return QDir(local(folder)).entryList(QDir::Files | QDir::Hidden);
+        return QDir(local(folder)).entryList(QDir::Files | QDir::Hidden, order);
     }
     QStringList getDirs(const QString& folder) override
     {
-        return QDir(local(folder)).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
+        return QDir(local(folder))
+            .entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot, order);
     }
     double getFileSize(const QString& path) override
     {

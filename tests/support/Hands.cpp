@@ -22,9 +22,6 @@ void settle()
 void xdotool(const QStringList& arguments)
 {
     QProcess process;
-    // Otherwise the child shares this process's memory until it executes, and the thread checker
-    // takes it for this process.
-    process.setChildProcessModifier([] {});
     process.start(QStringLiteral("xdotool"), arguments);
     // The window must go on while its input is made.
     EXPECT_TRUE(waitUntil([&] { return process.state() == QProcess::NotRunning; }));

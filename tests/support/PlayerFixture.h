@@ -2,27 +2,14 @@
 
 #include "Device/TrackDb.h"
 #include "Device/iPod/iPodDevice.h"
-#include "Export/Config.h"
 #include "Export/ExportJob.h"
-#include "support/Files.h"
+#include "support/ExportFixture.h"
 #include "support/ITunesDbWriter.h"
-#include "support/ScriptedHost.h"
-
-#include <gtest/gtest.h>
 
 /// A player in a folder with a few tracks, and destinations beside it.
-class PlayerFixture : public testing::Test
+class PlayerFixture : public ExportFixture
 {
 protected:
-    PlayerFixture()
-    {
-        for (int i = 0; i < Config::FolderCount; ++i)
-            config.setFolderPath(Config::Folder(i), out(Config::folderName(Config::Folder(i))));
-        config.setCopyRule(KeepBothRule);
-    }
-
-    [[nodiscard]] QString path(const QString& name) const { return _folder.filePath(name); }
-    [[nodiscard]] QString out(const QString& name) const { return path("out/" + name); }
     [[nodiscard]] QString onDevice(const TestTrack& track) const
     {
         QString location = track.location;
@@ -67,21 +54,6 @@ protected:
         ExportJob(device, config, host, report, host.toStop).exportPlaylists(playlists);
     }
 
-    [[nodiscard]] const ExportItem& item(std::size_t i) const { return report.items().at(i); }
-    [[nodiscard]] QStringList results() const
-    {
-        QStringList names;
-        for (const ExportItem& one : report.items())
-            names.append(ExportItem::resultName(one.result));
-        return names;
-    }
-
     TestLibrary library;
     std::shared_ptr<iPodDevice> device;
-    Config config;
-    ScriptedHost host;
-    ExportReport report;
-
-private:
-    QTemporaryDir _folder;
 };

@@ -34,7 +34,6 @@ PrivateBus::PrivateBus(const QStringList& installedServices)
     }
     const QString file = _folder.filePath(QStringLiteral("bus.conf"));
     Files::write(file, QString::fromUtf8(Configuration).arg(_folder.path()).toUtf8());
-    _daemon.setChildProcessModifier([] {}); // forked for sure, and shares no memory
     _daemon.start(QStringLiteral("dbus-daemon"),
                   {QStringLiteral("--config-file=") + file, QStringLiteral("--nofork"),
                    QStringLiteral("--nopidfile"), QStringLiteral("--print-address")});

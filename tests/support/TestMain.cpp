@@ -1,6 +1,7 @@
 // The main of every test program: an application object, and a home of its own that is removed
 // at the end, so that no test ever meets a person's files or settings.
 
+#include "Platform/PatientThread.h"
 #include "support/phone/PhoneWriteWatch.h"
 
 #include <QCoreApplication>
@@ -9,7 +10,9 @@
 
 #include <gtest/gtest.h>
 
-int main(int argc, char** argv)
+namespace
+{
+int run(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
     const QTemporaryDir home(QDir::tempPath() + QStringLiteral("/zell-test-XXXXXX"));
@@ -29,4 +32,10 @@ int main(int argc, char** argv)
     const QCoreApplication application(argc, argv);
     PhoneWriteWatch::install();
     return RUN_ALL_TESTS();
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    return PatientThread::endProgram(run(argc, argv));
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Device/Device.h"
+#include "Device/DeviceDelegate.h"
 #include "Device/TrackDb.h"
 #include "Export/Config.h"
 #include "Window/BrowserPane.h"
@@ -32,6 +34,41 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <optional>
+#include <thread>
+
+/// Hears what a listener hears, and slows copies down as an old player does.
+class SlowCopies final : public DeviceDelegate
+{
+public:
+    explicit SlowCopies(DeviceDelegate& listener)
+        : _listener(listener)
+    {
+    }
+
+    void deviceConnected(const std::shared_ptr<Device>& device) override
+    {
+        _listener.deviceConnected(device);
+    }
+    void deviceDisconnected(const std::shared_ptr<Device>& device) override
+    {
+        _listener.deviceDisconnected(device);
+    }
+    void deviceFailed(const QString& words, const QString& exactText) override
+    {
+        _listener.deviceFailed(words, exactText);
+    }
+    bool exported(double progress) override
+    {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        return _listener.exported(progress);
+    }
+
+private:
+    DeviceDelegate& _listener;
+};
+
 /// The real window on players that are mounted for real. Destinations stand below `out`.
 class WindowFixture : public testing::Test
 {
@@ -58,15 +95,8 @@ protected:
         track.genre = "Genre";
         track.location = QString(":iPod_Control:Music:F00:%1.mp3").arg(track.id);
         library.tracks.push_back(track);
-        _contents.push_back(content);
+        _files.push_back({content, content.size()});
         return library.tracks.back();
-    }
-    /// Tracks of so many bytes, which take no room on the disk.
-    void addMany(int count, qint64 bytes)
-    {
-        _holes = bytes;
-        for (int i = 0; i < count; ++i)
-            add(QString("Track %1").arg(i), {});
     }
 
     /// Writes a player of this name with the library, and starts an empty one. Players keep it in
@@ -78,29 +108,64 @@ protected:
             QString& location = library.tracks[i].location;
             location.replace("iPod_Control", controlFolder);
             const QString file = path(name + QString(location).replace(u':', u'/'));
-            Files::write(file, _contents[i]);
-            if (_holes > 0)
-                QFile::resize(file, _holes);
+            Files::write(file, _files[i].content);
+            EXPECT_TRUE(QFile::resize(file, _files[i].size));
         }
         Files::write(path(QString("%1/%2/iTunes/iTunesDB").arg(name, controlFolder)),
                      ITunesDbWriter::write(library));
         library = {};
-        _contents.clear();
-        _holes = 0;
+        _files.clear();
     }
     std::unique_ptr<PrivateMounts::Mount> plugIn(const QString& name)
     {
         return PrivateMounts::Mount::bind(path(name), path("mnt/" + name));
     }
 
-    /// Shows the window.
+    /// Shows the window. What it tells at once may stand in front of it.
     void open()
     {
-        controller = std::make_unique<MainWindowController>();
+        controller = std::make_unique<MainWindowController>(updateAddresses);
         controller->start();
-        waitForKeyboard();
+        ASSERT_TRUE(waitUntil([] { return QApplication::activeWindow() != nullptr; }));
     }
     MainWindow& window() { return controller->window(); }
+
+    /// Shows the window on a player of this name with the library, all of its tracks listed.
+    void openOnPlayer(const QString& name = "Mira")
+    {
+        const auto count = qsizetype(library.tracks.size());
+        writePlayer(name);
+        player = plugIn(name);
+        open();
+        ASSERT_TRUE(waitUntil([&] { return titles().size() == count; }));
+    }
+    /// Exports every track that is shown, to the folders.
+    void startExport()
+    {
+        controller->perform(Command::checkAll);
+        waitForKeyboard();
+        Hands::key("ctrl+e");
+        confirmExportMode();
+    }
+    /// The window on a player of `EndlessCount` tracks. The copy of the first lasts longer than
+    /// any test.
+    void openOnSlowPlayer()
+    {
+        for (int i = 0; i < EndlessCount; ++i)
+            add(QString("Track %1").arg(i), "x");
+        _files.front().size = qint64(64) << 30; // takes no room on the disk, and twenty minutes
+        openOnPlayer();
+        _slowCopies.emplace(*controller);
+        Device::setDelegate(&*_slowCopies);
+    }
+    /// The same with an export that runs until the test ends it.
+    void openOnEndlessExport()
+    {
+        openOnSlowPlayer();
+        startExport();
+        ASSERT_TRUE(waitUntil([this] { return controller->jobs().isExport(); }));
+    }
+    static constexpr int EndlessCount = 20;
 
     /// A part of the window, or of a dialog, by its name.
     template <typename Widget>
@@ -171,14 +236,6 @@ protected:
         Hands::key("Down");
         Hands::key("Return");
     }
-    /// Exports all tracks shown, and answers the question where to.
-    void exportShownTracks()
-    {
-        controller->perform(Command::checkAll);
-        waitForKeyboard();
-        Hands::key("ctrl+e");
-        confirmExportMode();
-    }
     /// Says yes to the question whether to stop the export and quit.
     void stopAndQuit()
     {
@@ -210,10 +267,22 @@ protected:
     }
 
     TestLibrary library;
-    std::unique_ptr<MainWindowController> controller;
+    UpdateAddresses updateAddresses; ///< nobody is asked
 
 private:
+    std::optional<SlowCopies> _slowCopies;
+
+protected:
+    std::unique_ptr<MainWindowController> controller; // hears from the slow copies
+
+private:
+    struct TrackFile {
+        QByteArray content;
+        qint64 size;
+    };
     QTemporaryDir _folder;
-    std::vector<QByteArray> _contents;
-    qint64 _holes = 0;
+    std::vector<TrackFile> _files;
+
+protected:
+    std::unique_ptr<PrivateMounts::Mount> player; // last: it lies in the folder
 };

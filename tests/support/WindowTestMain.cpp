@@ -1,6 +1,7 @@
 // The main of the test programs that show windows: a desktop, mounts and a home of its own, so
 // that no test ever meets a person's screen, devices, files or settings.
 
+#include "Platform/PatientThread.h"
 #include "Window/Crash/Application.h"
 #include "Window/Style.h"
 #include "support/Desktop.h"
@@ -12,7 +13,9 @@
 
 #include <gtest/gtest.h>
 
-int main(int argc, char** argv)
+namespace
+{
+int run(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
     if (testing::GTEST_FLAG(list_tests))
@@ -38,4 +41,10 @@ int main(int argc, char** argv)
     Style::install();
     PhoneWriteWatch::install();
     return RUN_ALL_TESTS();
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    return PatientThread::endProgram(run(argc, argv));
 }

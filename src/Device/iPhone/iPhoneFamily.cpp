@@ -97,7 +97,7 @@ void iPhoneFamily::open(const std::shared_ptr<AFCDeviceRef>& ref, Purpose purpos
     arrival->purpose = purpose;
     _arrivals.push_back(arrival);
     // Nobody waits for this thread: a phone that hangs keeps it for minutes.
-    PatientThread::detached([this, arrival] {
+    PatientThread::alone([this, arrival] {
         try {
             arrival->device = AFCDevice::initWithRef(arrival->ref);
             if (arrival->purpose == Purpose::Reopening)
@@ -192,7 +192,7 @@ void iPhoneFamily::reopen(const std::shared_ptr<AFCDeviceRef>& ref)
 void iPhoneFamily::later(std::chrono::milliseconds pause, const std::shared_ptr<AFCDeviceRef>& ref,
                          void (iPhoneFamily::*what)(const std::shared_ptr<AFCDeviceRef>&))
 {
-    PatientThread::detached([this, pause, ref, what] {
+    PatientThread::alone([this, pause, ref, what] {
         std::this_thread::sleep_for(pause);
         _courier->post([this, ref, what] {
             if (_isStarted && !ref->hasLeft())

@@ -1,23 +1,25 @@
 #include "Device/itdb/itdbPhotoDb.h"
 
-#include "Base/Exception.h"
 #include "Base/PathName.h"
-#include "Base/RecordCursor.h"
 #include "Device/Device.h"
 #include "Device/Ithmb.h"
+#include "Device/itdb/ItdbFile.h"
+#include "Device/itdb/ItdbRecord.h"
 
 #include <QStringDecoder>
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 #include <unordered_map>
 
 namespace
 {
 const QString FileName = QStringLiteral("Photo Database");
 
-constexpr std::size_t HeaderLength = 4; // of every record
+using ItdbRecord::afterHeader;
+using ItdbRecord::eachItem;
+using ItdbRecord::field;
+using ItdbRecord::HeaderLength;
 
 /// Offsets in the records, in bytes.
 namespace Database
@@ -32,11 +34,6 @@ constexpr quint32 ImageList = 1;
 constexpr quint32 AlbumList = 2;
 constexpr quint32 FileList = 3;
 } // namespace DataSet
-
-namespace List
-{
-constexpr std::size_t Count = 8;
-}
 
 namespace Image
 {
@@ -85,40 +82,9 @@ namespace FileRecord
 constexpr std::size_t CorrelationId = 16;
 }
 
-quint32 field(ByteView record, std::size_t offset)
-{
-    return Utility::readUIntFromData(record, offset);
-}
-
-/// What follows the header of a record, to the end of the bytes it stands in.
-ByteView afterHeader(ByteView record)
-{
-    const std::size_t start = field(record, HeaderLength);
-    return Utility::bytesOfData(record, start, record.size() - std::min(start, record.size()));
-}
-
-/// Whether the record is all there, not cut by the end of the file or of its parent.
-bool isWhole(ByteView record)
-{
-    return field(record, RecordCursor::TotalLength) == record.size();
-}
-
 QString textOf(ByteView object)
 {
     return itdbPhotoDb::getStringFromMhod(object, field(object, HeaderLength));
-}
-
-/// An object of the wrong kind has numbers where a text would be. That must not cost what
-/// follows; only where the record itself is cut does the reading end.
-QString textOrEmpty(ByteView object)
-{
-    try {
-        return textOf(object);
-    } catch (const Exception&) {
-        if (!isWhole(object))
-            throw;
-        return QLatin1String("");
-    }
 }
 
 QString utf16(ByteView bytes)
@@ -152,8 +118,6 @@ public:
     void parse(ByteView database);
 
 private:
-    template <typename Read>
-    void eachItem(ByteView dataSet, Read read);
     void parseImage(ByteView record);
     [[nodiscard]] Thumbnail thumbnail(ByteView location) const;
     void parseAlbum(ByteView record, bool isLibrary);
@@ -169,9 +133,7 @@ std::unique_ptr<PhotoDb> itdbPhotoDb::initWithDevice(Device& device)
     std::unique_ptr<itdbPhotoDb> reader(new itdbPhotoDb(device));
     if (!device.fileExists(reader->_dbPath))
         return nullptr;
-    if (reader->hasPossibleSize())
-        device.copyOut(reader->_dbPath, PathName::join(Utility::logFolder(), FileName),
-                       std::nullopt);
+    ItdbFile::keepForDiagnosis(device, reader->_dbPath);
     return reader;
 }
 
@@ -196,18 +158,9 @@ QString itdbPhotoDb::getStringFromMhod(ByteView data, std::size_t offset)
     return isUtf16 ? utf16(bytes) : utf8(bytes);
 }
 
-bool itdbPhotoDb::hasPossibleSize() const
-{
-    // Every length in the file is a 32-bit number, so nothing larger can be one of these
-    // databases, and copying it would only fill the disk.
-    return device().getFileSize(_dbPath) <= double(std::numeric_limits<quint32>::max());
-}
-
 void itdbPhotoDb::parse()
 {
-    if (!hasPossibleSize())
-        return;
-    const QByteArray file = device().read(_dbPath);
+    const QByteArray file = ItdbFile::read(device(), _dbPath);
     Parser(*this).parse(std::as_bytes(std::span(file.constData(), std::size_t(file.size()))));
 }
 
@@ -244,16 +197,6 @@ void itdbPhotoDb::Parser::parse(ByteView database)
             break;
         }
     }
-}
-
-template <typename Read>
-void itdbPhotoDb::Parser::eachItem(ByteView dataSet, Read read)
-{
-    const ByteView list = afterHeader(dataSet);
-    const quint32 count = field(list, List::Count);
-    RecordCursor items(list, field(list, HeaderLength));
-    for (quint32 i = 0; i < count; ++i)
-        read(items.next(), i);
 }
 
 void itdbPhotoDb::Parser::parseImage(ByteView record)
@@ -305,7 +248,7 @@ void itdbPhotoDb::Parser::parseAlbum(ByteView record, bool isLibrary)
     for (quint32 i = 0; i < objectCount; ++i) {
         const ByteView object = parts.next();
         if (i == 0)
-            name = textOrEmpty(object);
+            name = ItdbRecord::textOrEmpty(object, textOf);
     }
     for (quint32 i = 0; i < memberCount; ++i) {
         const auto found = _photosById.find(field(parts.next(), Member::ImageId));

@@ -30,8 +30,6 @@ private:
 
     class Parser;
 
-    [[nodiscard]] bool hasPossibleSize() const;
-
     QString _photoDir;
     QString _dbPath;
 };

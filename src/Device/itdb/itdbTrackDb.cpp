@@ -1,9 +1,9 @@
 #include "Device/itdb/itdbTrackDb.h"
 
-#include "Base/Exception.h"
 #include "Base/PathName.h"
-#include "Base/RecordCursor.h"
 #include "Device/Device.h"
+#include "Device/itdb/ItdbFile.h"
+#include "Device/itdb/ItdbRecord.h"
 #include "Device/itdb/StringPool.h"
 #include "Device/itdb/TrackIds.h"
 
@@ -11,13 +11,14 @@
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 
 namespace
 {
 const QString FileName = QStringLiteral("iTunesDB");
 
-constexpr std::size_t HeaderLength = 4; // of every record
+using ItdbRecord::eachItem;
+using ItdbRecord::field;
+using ItdbRecord::HeaderLength;
 
 /// Offsets in the records, in bytes.
 namespace Database // mhbd
@@ -32,11 +33,6 @@ constexpr std::size_t Type = 12;
 constexpr quint32 TrackList = 1;
 constexpr quint32 PlaylistList = 2;
 } // namespace DataSet
-
-namespace List // mhlt, mhlp
-{
-constexpr std::size_t Count = 8;
-}
 
 namespace TrackRecord // mhit
 {
@@ -72,30 +68,12 @@ namespace Item // mhip
 constexpr std::size_t TrackId = 24;
 }
 
-quint32 field(ByteView record, std::size_t offset)
-{
-    return Utility::readUIntFromData(record, offset);
-}
-
-/// The list record that a data set holds.
-ByteView listOf(ByteView dataSet)
-{
-    const std::size_t start = field(dataSet, HeaderLength);
-    return Utility::bytesOfData(dataSet, start, dataSet.size() - std::min(start, dataSet.size()));
-}
-
 /// The bytes of a string object's text, an odd last one left out.
 ByteView stringBytes(ByteView object)
 {
     const std::size_t length = field(object, Object::StringLength);
     const ByteView bytes = Utility::bytesOfData(object, Object::String, length);
     return bytes.first(bytes.size() / sizeof(char16_t) * sizeof(char16_t));
-}
-
-/// Whether the record is all there, not cut by the end of the file or of its parent.
-bool isWhole(ByteView record)
-{
-    return field(record, RecordCursor::TotalLength) == record.size();
 }
 
 /// A string object's text on the stack. The file does not align it, so it has to be moved.
@@ -131,13 +109,10 @@ public:
     void parse(ByteView database);
 
 private:
-    void parseTracks(ByteView dataSet);
     void parseTrack(ByteView record);
     void parseTrackObject(ByteView object, Track& track);
-    void parsePlaylists(ByteView dataSet);
     void parsePlaylist(ByteView record, bool isMaster);
 
-    static QString playlistName(ByteView object);
     QString sharedText(ByteView object) { return _pool.shared(StringBuffer(object).view()); }
     [[nodiscard]] QString path(ByteView object) const;
 
@@ -152,9 +127,7 @@ std::unique_ptr<TrackDb> itdbTrackDb::initWithDevice(Device& device)
     std::unique_ptr<itdbTrackDb> reader(new itdbTrackDb(device));
     if (!device.fileExists(reader->_dbPath))
         return nullptr;
-    if (reader->hasPossibleSize())
-        device.copyOut(reader->_dbPath, PathName::join(Utility::logFolder(), FileName),
-                       std::nullopt);
+    ItdbFile::keepForDiagnosis(device, reader->_dbPath);
     return reader;
 }
 
@@ -179,18 +152,9 @@ QString itdbTrackDb::getStringFromMhod(ByteView data, std::size_t offset)
     return text;
 }
 
-bool itdbTrackDb::hasPossibleSize() const
-{
-    // Every length in the file is a 32-bit number, so nothing larger can be one of these
-    // databases, and copying it would only fill the disk.
-    return device().getFileSize(_dbPath) <= double(std::numeric_limits<quint32>::max());
-}
-
 void itdbTrackDb::parse()
 {
-    if (!hasPossibleSize())
-        return;
-    const QByteArray file = device().read(_dbPath);
+    const QByteArray file = ItdbFile::read(device(), _dbPath);
     Parser(*this).parse(std::as_bytes(std::span(file.constData(), std::size_t(file.size()))));
 }
 
@@ -202,20 +166,14 @@ void itdbTrackDb::Parser::parse(ByteView database)
     for (quint32 i = 0; i < count; ++i) {
         const ByteView dataSet = dataSets.next();
         const quint32 type = field(dataSet, DataSet::Type);
-        if (type == DataSet::TrackList)
-            parseTracks(dataSet);
-        else if (type == DataSet::PlaylistList)
-            parsePlaylists(dataSet);
+        if (type == DataSet::TrackList) {
+            eachItem(dataSet, [this](ByteView record, quint32) { parseTrack(record); });
+        } else if (type == DataSet::PlaylistList) {
+            // The first playlist is the whole library.
+            eachItem(dataSet,
+                     [this](ByteView record, quint32 n) { parsePlaylist(record, n == 0); });
+        }
     }
-}
-
-void itdbTrackDb::Parser::parseTracks(ByteView dataSet)
-{
-    const ByteView list = listOf(dataSet);
-    const quint32 count = field(list, List::Count);
-    RecordCursor tracks(list, field(list, HeaderLength));
-    for (quint32 i = 0; i < count; ++i)
-        parseTrack(tracks.next());
 }
 
 void itdbTrackDb::Parser::parseTrack(ByteView record)
@@ -266,28 +224,6 @@ QString itdbTrackDb::Parser::path(ByteView object) const
     return PathName::join(_reader.device().prefix(), location.view());
 }
 
-void itdbTrackDb::Parser::parsePlaylists(ByteView dataSet)
-{
-    const ByteView list = listOf(dataSet);
-    const quint32 count = field(list, List::Count);
-    RecordCursor playlists(list, field(list, HeaderLength));
-    for (quint32 i = 0; i < count; ++i)
-        parsePlaylist(playlists.next(), i == 0);
-}
-
-QString itdbTrackDb::Parser::playlistName(ByteView object)
-{
-    // The first object is taken for the name, whatever it is. Where another kind of object has
-    // numbers in place of a text, that must not cost the playlists that follow.
-    try {
-        return getStringFromMhod(object, 0);
-    } catch (const Exception&) {
-        if (!isWhole(object))
-            throw;
-        return QLatin1String("");
-    }
-}
-
 void itdbTrackDb::Parser::parsePlaylist(ByteView record, bool isMaster)
 {
     const quint32 objectCount = field(record, PlaylistRecord::ObjectCount);
@@ -298,7 +234,8 @@ void itdbTrackDb::Parser::parsePlaylist(ByteView record, bool isMaster)
     for (quint32 i = 0; i < objectCount; ++i) {
         const ByteView object = parts.next();
         if (i == 0)
-            read.name = playlistName(object);
+            read.name = ItdbRecord::textOrEmpty(
+                object, [](ByteView text) { return getStringFromMhod(text, 0); });
     }
     for (quint32 i = 0; i < itemCount; ++i) {
         const quint32 id = field(parts.next(), Item::TrackId);

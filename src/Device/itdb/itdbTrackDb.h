@@ -28,7 +28,5 @@ private:
 
     class Parser;
 
-    [[nodiscard]] bool hasPossibleSize() const;
-
     QString _dbPath;
 };

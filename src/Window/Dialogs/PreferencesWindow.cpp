@@ -31,7 +31,7 @@ constexpr std::array<const char*, Config::FolderCount> IconNames = {
     "books", "playlists", "voicememos", "cameraroll", "photos"};
 } // namespace
 
-PreferencesWindow::PreferencesWindow(Config& config, QWidget* parent)
+PreferencesWindow::PreferencesWindow(Config& config, bool canCheckVersion, QWidget* parent)
     : QDialog(parent)
     , _config(config)
     , _mCopyRule(new RadioMatrix({tr("&Ask each time"), tr("&Keep both, under a numbered name"),
@@ -77,7 +77,7 @@ PreferencesWindow::PreferencesWindow(Config& config, QWidget* parent)
     _mCopyRule->setAccessibleName(rule->title());
     (new QVBoxLayout(rule))->addWidget(_mCopyRule);
 
-    _btnCheckVersion->setObjectName(QStringLiteral("_btnCheckVersion"));
+    setUpSwitch(canCheckVersion);
 
     auto* buttons = new QDialogButtonBox;
     _done = buttons->addButton(tr("Done"), QDialogButtonBox::AcceptRole);
@@ -96,6 +96,18 @@ PreferencesWindow::PreferencesWindow(Config& config, QWidget* parent)
     layout->addWidget(rule);
     layout->addWidget(_btnCheckVersion);
     layout->addLayout(foot);
+}
+
+void PreferencesWindow::setUpSwitch(bool canCheckVersion)
+{
+    _btnCheckVersion->setObjectName(QStringLiteral("_btnCheckVersion"));
+    _btnCheckVersion->setEnabled(canCheckVersion);
+    const QString why =
+        canCheckVersion ? tr("Asks the makers' web service once, whenever the program starts")
+                        : tr("This copy of the program was built without an address to ask, so it "
+                             "never asks anybody");
+    _btnCheckVersion->setToolTip(why);
+    _btnCheckVersion->setAccessibleDescription(why);
 }
 
 void PreferencesWindow::showPref()

@@ -18,7 +18,9 @@ class PreferencesWindow final : public QDialog
 {
     Q_OBJECT
 public:
-    explicit PreferencesWindow(Config& config, QWidget* parent = nullptr);
+    /// `canCheckVersion`: whether this program knows where to ask for new versions. Without that
+    /// the switch cannot be used, and says why.
+    PreferencesWindow(Config& config, bool canCheckVersion, QWidget* parent = nullptr);
 
     /// Fills the fields from the settings and shows the window, modally; it deletes itself.
     void showPref();
@@ -31,6 +33,7 @@ public Q_SLOTS:
     void selectBackupFolder(int tag);
 
 private:
+    void setUpSwitch(bool canCheckVersion);
     void validate();
 
     Config& _config;

@@ -106,6 +106,7 @@ QString VersionService::getRumaVersion(const QString& productName) const
     address.setAuthority(_addresses.pageHost);
     address.setPath(u'/' + QString(productName).replace(u' ', u'_') + QStringLiteral(".php"));
     const QByteArray body = _call.get(address);
-    const bool isAscii = std::all_of(body.begin(), body.end(), [](char c) { return c >= 0; });
+    const bool isAscii =
+        std::all_of(body.begin(), body.end(), [](char c) { return uchar(c) < 0x80; });
     return body.isEmpty() || !isAscii ? QString() : QString::fromLatin1(body);
 }

@@ -1,6 +1,7 @@
 #include "Base/Exception.h"
 #include "Base/Fault.h"
 #include "Export/Config.h"
+#include "Platform/PatientThread.h"
 #include "Window/Crash/FaultExceptionHandlerDelegate.h"
 #include "Window/Crash/FaultExceptionPanelController.h"
 #include "Window/Crash/RaisedException.h"
@@ -16,7 +17,6 @@
 #include <QPushButton>
 
 #include <optional>
-#include <thread>
 
 namespace
 {
@@ -205,10 +205,12 @@ TEST_F(CrashReportTest, AnExceptionThatLeavesAJobCancelsIt)
 
 TEST_F(CrashReportTest, AnExceptionThatLeavesAThreadsWorkIsReported)
 {
-    std::thread([] { Fault::guard(throwInAThread); }).join();
+    PatientThread thread;
+    EXPECT_TRUE(thread.run(throwInAThread, std::chrono::seconds(10)));
     const QString report = shown();
     EXPECT_TRUE(report.startsWith(head("int", "") + "(anonymous namespace)::throwInAThread()"))
         << report.toStdString();
+    EXPECT_TRUE(report.contains("PatientThread::work")) << report.toStdString();
 }
 
 TEST_F(CrashReportTest, ReportsAreShownOneAfterTheOther)
@@ -249,6 +251,15 @@ TEST_F(CrashReportTest, AnExceptionThatIsThrownOnItsWayOutIsNotMistakenForIt)
     }));
     EXPECT_TRUE(shown().startsWith(head("std::runtime_error", "the slot slipped") +
                                    "(anonymous namespace)::throwInASlot()"));
+}
+
+TEST(FaultTest, AHandlerThatIsGoneHandlesNothing)
+{
+    {
+        const FaultExceptionHandlerDelegate handler{Address};
+        EXPECT_FALSE(Fault::guard(throwInASlot));
+    }
+    EXPECT_THROW(Fault::guard(throwInASlot), std::runtime_error);
 }
 
 TEST(FaultTest, WithoutAHandlerTheExceptionGoesItsWay)
