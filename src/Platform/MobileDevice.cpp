@@ -8,6 +8,7 @@
 #include <usbmuxd.h>
 
 #include <cstdlib>
+#include <utility>
 
 namespace
 {
@@ -42,18 +43,25 @@ Handle::Handle(Attachment attachment)
 
 Handle::~Handle()
 {
+    end();
+}
+
+void Handle::end()
+{
     if (!_device)
         return;
     // Ending the session waits for the phone's answer, which may never come.
-    PatientThread().post([client = _client, device = _device] {
-        if (client)
-            lockdownd_client_free(client);
-        idevice_free(device);
-    });
+    PatientThread().post(
+        [client = std::exchange(_client, nullptr), device = std::exchange(_device, nullptr)] {
+            if (client)
+                lockdownd_client_free(client);
+            idevice_free(device);
+        });
 }
 
 int Handle::connect()
 {
+    end();
     const QByteArray identifier = _attachment.identifier.toUtf8();
     if (const int error = idevice_new(&_device, identifier.constData()); error != 0)
         return error;

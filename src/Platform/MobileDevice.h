@@ -67,6 +67,7 @@ public:
 
     [[nodiscard]] const Attachment& attachment() const { return _attachment; }
 
+    /// Once more ends what was before.
     int connect();
     /// Whether this computer has a pairing record of the phone. Never pairs.
     bool isPaired();
@@ -78,6 +79,7 @@ public:
     [[nodiscard]] idevice_private* device() const { return _device; }
 
 private:
+    void end();
     [[nodiscard]] int productMajorVersion();
 
     Attachment _attachment;

@@ -86,8 +86,17 @@ bool ExportCommands::perform(Command command)
     case Command::exportSelectedPhotoAlbum:
         exportSelectedPhotoAlbum();
         return true;
+    case Command::exportAllVoiceMemos:
+        exportAllVoiceMemos();
+        return true;
+    case Command::exportAllPhotos:
+        exportAllPhotos();
+        return true;
+    case Command::exportAllCameraRoll:
+        exportAllCameraRoll();
+        return true;
     default:
-        return exportAllTracks(command) || exportAllPhotos(command);
+        return exportAllTracks(command);
     }
 }
 
@@ -129,36 +138,47 @@ void ExportCommands::exportSelectedPhotoAlbum()
         _jobs.exportPhotos(currentDevice(), album->photos);
 }
 
+// To ask a device for a reader may ask the device itself, which waits for a phone. So each
+// command asks for its own and no other, and commands that are none of these for none.
+
 bool ExportCommands::exportAllTracks(Command command)
 {
+    const auto category = categoryOf(command);
+    const bool isMedia = command == Command::exportAllMedia;
+    if (!category && !isMedia && command != Command::exportAllPlaylists)
+        return false;
     const std::shared_ptr<Device> device = currentDevice();
     TrackDb* library = device ? device->trackDb() : nullptr;
-    if (const auto category = categoryOf(command)) {
-        if (library)
-            _jobs.exportTracks(device, library->category(*category).tracks(CategoryIndex::AllKey));
+    if (!library)
         return true;
-    }
-    if (command == Command::exportAllMedia && library)
+    if (category)
+        _jobs.exportTracks(device, library->category(*category).tracks(CategoryIndex::AllKey));
+    else if (isMedia)
         _jobs.exportTracks(device, library->tracks());
-    if (command == Command::exportAllPlaylists && library)
+    else
         _jobs.exportPlaylists(device, library->playlists());
-    VoiceMemoDb* recordings = device ? device->voiceMemoDb() : nullptr;
-    if (command == Command::exportAllVoiceMemos && recordings)
-        _jobs.exportTracks(device, recordings->memos());
-    return command == Command::exportAllMedia || command == Command::exportAllPlaylists ||
-           command == Command::exportAllVoiceMemos;
+    return true;
 }
 
-bool ExportCommands::exportAllPhotos(Command command)
+void ExportCommands::exportAllVoiceMemos()
 {
     const std::shared_ptr<Device> device = currentDevice();
-    PhotoDb* library = device ? device->photoDb() : nullptr;
-    if (command == Command::exportAllPhotos && library)
+    if (VoiceMemoDb* recordings = device ? device->voiceMemoDb() : nullptr)
+        _jobs.exportTracks(device, recordings->memos());
+}
+
+void ExportCommands::exportAllPhotos()
+{
+    const std::shared_ptr<Device> device = currentDevice();
+    if (PhotoDb* library = device ? device->photoDb() : nullptr)
         _jobs.exportPhotos(device, library->photos());
-    CameraRollDb* roll = device ? device->cameraRollDb() : nullptr;
-    if (command == Command::exportAllCameraRoll && roll)
+}
+
+void ExportCommands::exportAllCameraRoll()
+{
+    const std::shared_ptr<Device> device = currentDevice();
+    if (CameraRollDb* roll = device ? device->cameraRollDb() : nullptr)
         _jobs.exportPhotos(device, roll->photos());
-    return command == Command::exportAllPhotos || command == Command::exportAllCameraRoll;
 }
 
 void ExportCommands::play()

@@ -33,7 +33,9 @@ private:
     void exportSelectedPlaylist();
     void exportSelectedPhotoAlbum();
     bool exportAllTracks(Command command);
-    bool exportAllPhotos(Command command);
+    void exportAllVoiceMemos();
+    void exportAllPhotos();
+    void exportAllCameraRoll();
     void alert(const QString& title, const QString& text);
 
     MainWindow& _window;

@@ -101,7 +101,9 @@ void StatusBar::showLevel(int maximum)
 
 void StatusBar::setLevel(double value)
 {
-    _li->setValue(int(value / _items * _li->maximum()));
+    // A device may claim a size of nothing for a file, and its copy is then infinitely far.
+    const double fraction = value > 0 ? std::min(value / _items, 1.0) : 0.0;
+    _li->setValue(int(fraction * _li->maximum()));
 }
 
 void StatusBar::hideLevel()

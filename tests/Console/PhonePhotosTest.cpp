@@ -28,7 +28,6 @@ protected:
         phone = newPhone("phone-1");
         usb.attach(phone);
     }
-    ~PhonePhotos() override { EXPECT_EQ(phone->writes(), 0); }
 
     /// Exports and gives the exit code; the files stand below `out`.
     int exportPhotos(const QString& what)

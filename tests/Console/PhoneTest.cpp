@@ -35,11 +35,7 @@ protected:
         QFile::link("iTunes_Control", onPhone("/iPod_Control"));
         phone = newPhone("phone-1");
     }
-    ~PhoneConsole() override
-    {
-        EXPECT_EQ(phone->writes(), 0);
-        EXPECT_EQ(usb.savedRecords(), 0);
-    }
+    ~PhoneConsole() override { EXPECT_EQ(usb.savedRecords(), 0); }
 
     /// Puts a small library of the sample's first tracks in the place of the whole.
     void useFewTracks(int count)

@@ -41,6 +41,8 @@ INSTANTIATE_TEST_SUITE_P(
                 "AMDeviceStartService failed with error -34"},
         Refusal{"NoHandle", [](PhoneFaults& f) { f.noServiceHandle = true; },
                 "AMDeviceStartService didn't initialise a connection"},
+        Refusal{"NoConnection", [](PhoneFaults& f) { f.refusesConnection = true; },
+                "AFCConnectionOpen failed with error 30"},
         Refusal{"Garbage", [](PhoneFaults& f) { f.garbageAtDoor = true; },
                 "AMDeviceConnect failed with error -256"}),
     [](const auto& refusal) { return std::string(refusal.param.name); });
@@ -85,6 +87,18 @@ TEST_F(AFCDeviceOnAPhone, CanBeOpenedOnceMore)
     EXPECT_TRUE(files().isDirectoryAtPath("/"));
 }
 
+TEST_F(AFCDeviceOnAPhone, KeepsItsConnectionWhenItCannotBeOpenedOnceMore)
+{
+    change([](PhoneFaults& faults) { faults.locked = true; });
+    EXPECT_THROW(afc->setDeviceRef(newRef()), Exception);
+    change([](PhoneFaults& faults) {
+        faults.locked = false;
+        faults.refusesConnection = true;
+    });
+    EXPECT_THROW(afc->setDeviceRef(newRef()), Exception);
+    EXPECT_TRUE(files().isDirectoryAtPath("/"));
+}
+
 TEST_F(AFCDeviceOnAPhone, HearsOnlyOfItsOwnDeparture)
 {
     DepartureListener listener;
@@ -108,6 +122,26 @@ TEST_F(AFCDeviceOnAPhone, ListsFilesAndFoldersWithoutTheDots)
     EXPECT_THROW(afc->listOfFilesAtPath("/missing"), Exception);
 }
 
+TEST_F(AFCDeviceOnAPhone, ListsInThePhonesOrder)
+{
+    for (const char* name : {"/F/c", "/F/a", "/F/b", "/F/e", "/F/d"})
+        Files::write(onPhone(name), "");
+    QStringList expected = files().listFilesInPath("/F");
+    expected.removeAll(".");
+    expected.removeAll("..");
+    EXPECT_EQ(expected.size(), 5);
+    EXPECT_EQ(afc->listOfFilesAtPath("/F"), expected);
+}
+
+TEST_F(AFCDeviceOnAPhone, NeverListsTheDotsEvenIfTheyWereFiles)
+{
+    Files::write(onPhone("/F/a.txt"), "");
+    change([](PhoneFaults& faults) { faults.types = {{"/F/.", "S_IFREG"}, {"/F/..", "S_IFREG"}}; });
+    ASSERT_TRUE(files().isFileAtPath("/F/."));
+    ASSERT_TRUE(files().isFileAtPath("/F/.."));
+    EXPECT_EQ(afc->listOfFilesAtPath("/F"), QStringList{"a.txt"});
+}
+
 TEST_F(AFCDeviceOnAPhone, ListsNoNameThatIsAPath)
 {
     Files::write(onPhone("/F/a.txt"), "");
@@ -123,15 +157,29 @@ TEST_F(AFCDeviceOnAPhone, ReadsWholeFiles)
 {
     const QByteArray content = Files::content(700'001);
     Files::write(onPhone("/a"), content);
-    Files::write(onPhone("/empty"), "");
     EXPECT_EQ(afc->contentsOfFileAtPath("/a"), content);
     EXPECT_EQ(phone->readRequests(), (std::vector<quint64>{262144, 262144, 262144, 175713}));
+}
+
+TEST_F(AFCDeviceOnAPhone, GivesEmptyDataForAnEmptyFileAndNoneForAFolder)
+{
+    Files::write(onPhone("/empty"), "");
     const QByteArray empty = afc->contentsOfFileAtPath("/empty");
     EXPECT_FALSE(empty.isNull());
     EXPECT_TRUE(empty.isEmpty());
     EXPECT_TRUE(afc->contentsOfFileAtPath("/iTunes_Control").isNull());
     EXPECT_TRUE(afc->contentsOfFileAtPath("/missing").isNull());
-    EXPECT_EQ(phone->writes(), 0);
+}
+
+TEST_F(AFCDeviceOnAPhone, GivesEmptyDataForAFileThatCannotBeOpened)
+{
+    Files::write(onPhone("/a"), "a");
+    change([](PhoneFaults& faults) { faults.unopenable = "/a"; });
+    for (const QByteArray& data :
+         {afc->contentsOfFileAtPath("/a"), afc->chunkOfFileAtPath("/a", 0, 1)}) {
+        EXPECT_FALSE(data.isNull());
+        EXPECT_TRUE(data.isEmpty());
+    }
 }
 
 TEST_F(AFCDeviceOnAPhone, AsksForLessAfterAShortRead)
@@ -149,12 +197,17 @@ TEST_F(AFCDeviceOnAPhone, ReadsPartsOfFiles)
     Files::write(onPhone("/a"), content);
     EXPECT_EQ(afc->chunkOfFileAtPath("/a", 100, 600'000), content.mid(100, 600'000));
     EXPECT_EQ(phone->readRequests(), (std::vector<quint64>{262144, 262144, 75712}));
-    const QByteArray nothing = afc->chunkOfFileAtPath("/a", 100, 0);
-    EXPECT_FALSE(nothing.isNull());
-    EXPECT_TRUE(nothing.isEmpty());
     EXPECT_EQ(afc->chunkOfFileAtPath("/a", 699'999, 10), content.right(1));
     EXPECT_EQ(afc->chunkOfFileAtPath("/a", 800'000, 10), "");
     EXPECT_TRUE(afc->chunkOfFileAtPath("/iTunes_Control", 0, 10).isNull());
+}
+
+TEST_F(AFCDeviceOnAPhone, GivesEmptyDataForAPartOfNoLength)
+{
+    Files::write(onPhone("/a"), "12345");
+    const QByteArray nothing = afc->chunkOfFileAtPath("/a", 1, 0);
+    EXPECT_FALSE(nothing.isNull());
+    EXPECT_TRUE(nothing.isEmpty());
 }
 
 TEST_F(AFCDeviceOnAPhone, EndsReadingWhateverSizeIsClaimed)
@@ -176,19 +229,29 @@ TEST_F(AFCDeviceOnAPhone, KeepsOnlyWhatCameBeforeTheConnectionBroke)
     EXPECT_TRUE(afc->contentsOfFileAtPath("/a").isNull());
 }
 
-TEST_F(AFCDeviceOnAPhone, CreatesFilesOnlyInFoldersThatExist)
+TEST_F(AFCDeviceOnAPhone, CreatesFilesInPieces)
 {
+    phone->expectWrites();
     const QByteArray content = Files::content(600'000);
     afc->createFileAtPath("/iTunes_Control/new", content);
     EXPECT_EQ(Files::read(onPhone("/iTunes_Control/new")), content);
-    phone->forget();
-    afc->createFileAtPath("/missing/new", content);
+    EXPECT_EQ(phone->operations(0x10), 3);
+    afc->createFileAtPath("/iTunes_Control/empty", "");
+    EXPECT_EQ(QFileInfo(onPhone("/iTunes_Control/empty")).size(), 0);
+    afc->createFileAtPath("/iTunes_Control", content); // a folder, which stays one
+    EXPECT_TRUE(QFileInfo(onPhone("/iTunes_Control")).isDir());
+}
+
+TEST_F(AFCDeviceOnAPhone, WritesNothingIntoAFolderThatDoesNotExistAndReportsNothing)
+{
+    afc->createFileAtPath("/missing/new", "content");
     EXPECT_FALSE(QFileInfo::exists(onPhone("/missing")));
     EXPECT_EQ(phone->writes(), 0);
 }
 
 TEST_F(AFCDeviceOnAPhone, DeletesFilesAndLeavesFoldersAlone)
 {
+    phone->expectWrites();
     Files::write(onPhone("/a"), "");
     afc->deleteFileAtPath("/a");
     EXPECT_FALSE(QFileInfo::exists(onPhone("/a")));

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace
 {
 using AFCInterfaceOnAPhone = ConnectedPhone;
@@ -13,6 +15,21 @@ void keepLog(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QS
     logged.append(text);
 }
 } // namespace
+
+TEST_F(AFCInterfaceOnAPhone, KeepsTheLastValueOfAKeyAndNoKeyWithoutOne)
+{
+    AFCList list({"a", "1", "b", "2", "a", "3", "c"});
+    EXPECT_EQ(AFCInterface::createDictionaryForAFCDictionary(list),
+              (AFCInterface::Attributes{{"a", "3"}, {"b", "2"}}));
+}
+
+TEST_F(AFCInterfaceOnAPhone, HasNoAttributesOnceTheConnectionIsGone)
+{
+    usb.cutConnections(phone);
+    EXPECT_EQ(files().getDeviceAttributes(), std::nullopt);
+    EXPECT_EQ(files().getAttributesAtPath("/"), std::nullopt);
+    EXPECT_FALSE(files().isDirectoryAtPath("/"));
+}
 
 TEST_F(AFCInterfaceOnAPhone, TellsFilesFromFolders)
 {
@@ -46,6 +63,12 @@ TEST_F(AFCInterfaceOnAPhone, ListsAllNamesOfAFolderWithTheDots)
     QStringList names = files().listFilesInPath("/F");
     names.sort();
     EXPECT_EQ(names, (QStringList{".", "..", "a", "b"}));
+}
+
+TEST_F(AFCInterfaceOnAPhone, ListsNamesInThePhonesOrder)
+{
+    change([](PhoneFaults& faults) { faults.extraNames["/"] = {"z", "a", "m", "a"}; });
+    EXPECT_EQ(files().listFilesInPath("/").mid(3), (QStringList{"z", "a", "m", "a"}));
 }
 
 TEST_F(AFCInterfaceOnAPhone, ThrowsWithoutNameAndReasonForAFolderThatCannotBeOpened)
@@ -94,11 +117,25 @@ TEST_F(AFCInterfaceOnAPhone, LogsWhatCannotBeOpened)
     logged.clear();
     qInstallMessageHandler(keepLog);
     EXPECT_EQ(files().openFileAtPath("/missing", 2), 0U);
-    EXPECT_EQ(files().openFileAtPath("/missing", -1), 0U);
     EXPECT_EQ(files().openFileAtPath(QString("/a") + QChar(0) + "b", 2), 0U);
     qInstallMessageHandler(nullptr);
-    EXPECT_EQ(logged, (QStringList{"AFCFileRefOpen(2): 8", "AFCFileRefOpen(-1): 7",
-                                   "AFCFileRefOpen(2): 7"}));
+    EXPECT_EQ(logged, (QStringList{"AFCFileRefOpen(2): 8", "AFCFileRefOpen(2): 7"}));
+}
+
+TEST_F(AFCInterfaceOnAPhone, WidensANegativeModeWithItsSign)
+{
+    // The low bits alone would create the file.
+    constexpr qint32 Mode = std::numeric_limits<qint32>::min() + 3;
+    logged.clear();
+    qInstallMessageHandler(keepLog);
+    EXPECT_EQ(files().openFileAtPath("/new", Mode), 0U);
+    EXPECT_EQ(files().openFileAtPath("/new", -1), 0U);
+    qInstallMessageHandler(nullptr);
+    EXPECT_EQ(logged, (QStringList{"AFCFileRefOpen(-2147483645): 7", "AFCFileRefOpen(-1): 7"}));
+    EXPECT_EQ(phone->operations(), 0);
+    // Nor does the connection take what a mode becomes that is widened without.
+    quint64 handle = 0;
+    EXPECT_EQ(files().connection().fileRefOpen("/new", qint64(quint32(Mode)), handle), 7);
 }
 
 TEST_F(AFCInterfaceOnAPhone, WritesNothingForANullArrayAndSaysYes)
@@ -111,16 +148,21 @@ TEST_F(AFCInterfaceOnAPhone, WritesNothingForANullArrayAndSaysYes)
 
 TEST_F(AFCInterfaceOnAPhone, CompletesTheInterfaceWithWriting)
 {
+    phone->expectWrites();
     const quint64 file = files().openFileAtPath("/new", 3);
     ASSERT_NE(file, 0U);
     EXPECT_TRUE(files().writeToFile(file, "hello world", 0));
     EXPECT_TRUE(files().writeToFile(file, "W", 6));
     EXPECT_TRUE(files().closeFile(file));
     EXPECT_EQ(Files::read(onPhone("/new")), "hello World");
+    const quint64 readOnly = files().openFileAtPath("/new", 2);
+    EXPECT_FALSE(files().writeToFile(readOnly, "x", 0));
     EXPECT_TRUE(files().renamePath("/new", "/newer"));
+    EXPECT_FALSE(files().renamePath("/new", "/newer"));
     EXPECT_TRUE(files().setSizeOfFile("/newer", 5));
     EXPECT_EQ(QFileInfo(onPhone("/newer")).size(), 5);
     EXPECT_TRUE(files().createDirectory("/folder"));
+    EXPECT_FALSE(files().createDirectory("/folder"));
     EXPECT_TRUE(files().removePath("/folder"));
     EXPECT_FALSE(files().removePath("/folder"));
     EXPECT_FALSE(files().setSizeOfFile("/missing/x", 5));

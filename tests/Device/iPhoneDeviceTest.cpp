@@ -19,7 +19,6 @@ protected:
         : device(afc)
     {
     }
-    ~iPhoneDeviceOnAPhone() override { EXPECT_EQ(phone->writes(), 0); }
 
     QString out() const { return path("out"); }
 
@@ -55,6 +54,13 @@ TEST_F(iPhoneDeviceOnAPhone, AnswersForFilesAndFolders)
     EXPECT_EQ(device.getFiles("/Books"), QStringList{"a.txt"});
     EXPECT_EQ(device.getDirs("/missing"), QStringList());
     EXPECT_EQ(device.getFiles("/missing"), QStringList());
+}
+
+TEST_F(iPhoneDeviceOnAPhone, HasOneCameraRoll)
+{
+    CameraRollDb* roll = device.cameraRollDb();
+    ASSERT_NE(roll, nullptr);
+    EXPECT_EQ(device.cameraRollDb(), roll);
 }
 
 TEST_F(iPhoneDeviceOnAPhone, AsksOnceForEachEntryOfAFolder)
@@ -106,6 +112,56 @@ TEST_F(iPhoneDeviceOnAPhone, CreatesNothingForASourceThatIsMissing)
     EXPECT_TRUE(bool(result));
     EXPECT_EQ(result.end, End::Missing);
     EXPECT_FALSE(QFileInfo::exists(out()));
+}
+
+TEST_F(iPhoneDeviceOnAPhone, LeavesAnEmptyFileForASourceThatCannotBeOpened)
+{
+    Files::write(onPhone("/a"), "a");
+    Files::write(out(), "former");
+    change([](PhoneFaults& faults) { faults.unopenable = "/a"; });
+    const CopyResult result = device.copyOut("/a", out(), 0);
+    EXPECT_TRUE(bool(result));
+    EXPECT_EQ(result.end, End::Incomplete);
+    EXPECT_EQ(Files::read(out()), "");
+    EXPECT_TRUE(delegate.progress.empty());
+}
+
+TEST_F(iPhoneDeviceOnAPhone, ReplacesAFileThatExists)
+{
+    Files::write(onPhone("/a"), "new");
+    Files::write(out(), "a former one that was longer");
+    EXPECT_EQ(device.copyOut("/a", out(), 0).end, End::Whole);
+    EXPECT_EQ(Files::read(out()), "new");
+}
+
+TEST_F(iPhoneDeviceOnAPhone, CopiesAFileWholeThatClaimsToBeEmpty)
+{
+    const QByteArray content = Files::content(MiB + 7);
+    Files::write(onPhone("/a"), content);
+    change([](PhoneFaults& faults) { faults.sizes["/a"] = "0"; });
+    EXPECT_EQ(device.copyOut("/a", out(), 0).end, End::Whole);
+    EXPECT_EQ(Files::read(out()), content);
+}
+
+TEST_F(iPhoneDeviceOnAPhone, EndsACopyOfAFileWithoutEndWhenAskedTo)
+{
+    Files::write(onPhone("/a"), "a");
+    change([](PhoneFaults& faults) { faults.foreverFull = true; });
+    delegate.onChunk = [](int chunk) { return chunk < 10; };
+    EXPECT_EQ(device.copyOut("/a", out(), 0).end, End::Stopped);
+    EXPECT_EQ(QFileInfo(out()).size(), 9 * MiB);
+}
+
+TEST_F(iPhoneDeviceOnAPhone, EndsACopyOfAFileWithoutEndWhenThePhoneIsPulledOut)
+{
+    Files::write(onPhone("/a"), "a");
+    change([](PhoneFaults& faults) { faults.foreverFull = true; });
+    delegate.onChunk = [this](int chunk) {
+        if (chunk == 10)
+            usb.detach(phone);
+        return true;
+    };
+    EXPECT_EQ(device.copyOut("/a", out(), 0).end, End::Incomplete);
 }
 
 TEST_F(iPhoneDeviceOnAPhone, StopsBeforeTheChunkIsWritten)

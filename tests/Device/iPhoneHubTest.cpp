@@ -225,6 +225,8 @@ TEST_F(PhoneHub, ChangesNothingWhenAnUnknownPhoneLeaves)
     usb.attach(newPhone("one"));
     ASSERT_TRUE(hears({"+one"}));
     AFCFactory::factory().notify(MobileDevice::Message::Disconnected, {4711, 0, "one"});
+    AFCFactory::factory().notify(MobileDevice::Message::Paired, {4711, 0, "one"});
+    AFCFactory::factory().notify(MobileDevice::Message(7), {1, 0, "one"}); // of no known kind
     QCoreApplication::processEvents();
     EXPECT_EQ(delegate.events, QStringList{"+one"});
 }

@@ -57,12 +57,7 @@ protected:
         EXPECT_EQ(error, 0);
         return afc;
     }
-    void change(const std::function<void(PhoneFaults&)>& what)
-    {
-        PhoneFaults faults = phone->faults();
-        what(faults);
-        phone->setFaults(faults);
-    }
+    void change(const std::function<void(PhoneFaults&)>& what) { phone->changeFaults(what); }
 
     std::shared_ptr<SimulatedPhone> phone;
     std::unique_ptr<Handle> handle;
@@ -91,7 +86,6 @@ TEST_P(PhoneSession, LeadsToTheFiles)
     EXPECT_EQ(afc->fileRefFinishRead(afc->fileRefReadLater(file, 5, size), size, bytes), 0);
     EXPECT_EQ(size, 0U);
     EXPECT_EQ(afc->fileRefClose(file), 0);
-    EXPECT_EQ(phone->writes(), 0);
     EXPECT_EQ(usb.savedRecords(), 0);
 }
 
@@ -101,7 +95,16 @@ TEST_P(PhoneSession, ReadingDoesNotCreateAMissingFile)
     quint64 file = 0;
     EXPECT_EQ(afc->fileRefOpen("/missing", 2, file), 8);
     EXPECT_FALSE(QFileInfo::exists(onPhone("/missing")));
-    EXPECT_EQ(phone->writes(), 0);
+}
+
+TEST_P(PhoneSession, EndsTheFormerConnectionWhenItConnectsOnceMore)
+{
+    EXPECT_EQ(handle->connect(), 0);
+    const int before = QDir("/proc/self/fd").entryList(QDir::Files | QDir::System).size();
+    for (int i = 0; i < 10; ++i)
+        EXPECT_EQ(handle->connect(), 0);
+    const int after = QDir("/proc/self/fd").entryList(QDir::Files | QDir::System).size();
+    EXPECT_LT(after, before + 10);
 }
 
 TEST_P(PhoneSession, IsRefusedWithoutAPairingRecord)

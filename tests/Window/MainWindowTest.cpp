@@ -172,9 +172,7 @@ TEST_F(MainWindowTest, TwoDevicesComeAndGo)
     ASSERT_TRUE(waitUntil([this] { return devices() == QStringList({"Mira", "Noah"}); }));
     EXPECT_EQ(titles(), QStringList("One")) << "the first stays the current one";
 
-    Hands::click(part<QComboBox>("_cmbDevices"));
-    Hands::key("Down");
-    Hands::key("Return");
+    chooseNextDevice();
     ASSERT_TRUE(waitUntil([this] { return titles() == QStringList("Two"); }));
 
     noah.reset();
@@ -249,10 +247,7 @@ TEST_F(MainWindowTest, QuittingDuringAnExportAsksAndEndsCleanly)
     ASSERT_TRUE(waitUntil([this] { return !part<QDialog>("_alertQuit"); }));
     EXPECT_TRUE(window().isVisible());
     EXPECT_TRUE(controller->jobs().isExport());
-    Hands::key("ctrl+q");
-    ASSERT_TRUE(waitFor<QDialog>("_alertQuit"));
-    ASSERT_TRUE(waitUntil([this] { return part<QDialog>("_alertQuit")->isActiveWindow(); }));
-    Hands::key("Return");
+    stopAndQuit();
     EXPECT_TRUE(waitUntil([this] { return !window().isVisible(); }));
     EXPECT_FALSE(controller->jobs().isBusy());
 }

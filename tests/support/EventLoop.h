@@ -4,15 +4,18 @@
 #include <QDeadlineTimer>
 #include <QEventLoop>
 
-/// Runs the event loop until `condition` holds; false when it does not within ten seconds.
+#include <chrono>
+
+/// Runs the event loop until `condition` holds; false when it does not within the limit.
 template <typename Condition>
-bool waitUntil(Condition condition)
+bool waitUntil(Condition condition, std::chrono::milliseconds limit = std::chrono::seconds(10))
 {
-    const QDeadlineTimer deadline(10000);
+    const QDeadlineTimer deadline(limit);
     while (!condition()) {
-        if (deadline.hasExpired())
-            return false;
+        const bool isOver = deadline.hasExpired();
         QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+        if (isOver) // what came meanwhile, and waited, counts
+            return condition();
     }
     return true;
 }

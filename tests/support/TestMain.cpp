@@ -2,6 +2,7 @@
 // at the end, so that no test ever meets a person's files or settings.
 
 #include "Platform/PatientThread.h"
+#include "support/phone/PhoneWriteWatch.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -29,6 +30,7 @@ int run(int argc, char** argv)
     use("TMPDIR", "tmp");
 
     const QCoreApplication application(argc, argv);
+    PhoneWriteWatch::install();
     return RUN_ALL_TESTS();
 }
 } // namespace

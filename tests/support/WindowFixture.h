@@ -99,17 +99,20 @@ protected:
         return library.tracks.back();
     }
 
-    /// Writes a player of this name with the library, and starts an empty one.
-    void writePlayer(const QString& name)
+    /// Writes a player of this name with the library, and starts an empty one. Players keep it in
+    /// one folder, phones in another.
+    void writePlayer(const QString& name, const QString& controlFolder = "iPod_Control")
     {
         library.name = name;
         for (std::size_t i = 0; i < library.tracks.size(); ++i) {
-            QString location = library.tracks[i].location;
-            const QString file = path(name + location.replace(u':', u'/'));
+            QString& location = library.tracks[i].location;
+            location.replace("iPod_Control", controlFolder);
+            const QString file = path(name + QString(location).replace(u':', u'/'));
             Files::write(file, _files[i].content);
             EXPECT_TRUE(QFile::resize(file, _files[i].size));
         }
-        Files::write(path(name + "/iPod_Control/iTunes/iTunesDB"), ITunesDbWriter::write(library));
+        Files::write(path(QString("%1/%2/iTunes/iTunesDB").arg(name, controlFolder)),
+                     ITunesDbWriter::write(library));
         library = {};
         _files.clear();
     }
@@ -140,6 +143,7 @@ protected:
     void startExport()
     {
         controller->perform(Command::checkAll);
+        waitForKeyboard();
         Hands::key("ctrl+e");
         confirmExportMode();
     }
@@ -217,6 +221,29 @@ protected:
     {
         ASSERT_TRUE(source(label).isValid()) << label.toStdString();
         Hands::clickCell(window().sources().outlineView(), source(label));
+    }
+    /// Waits until the window has the keyboard, which a dialog may have had a moment ago.
+    void waitForKeyboard()
+    {
+        ASSERT_TRUE(waitUntil([this] { return window().isActiveWindow(); }));
+    }
+    /// Chooses the device below the chosen one.
+    void chooseNextDevice()
+    {
+        auto* box = part<QComboBox>("_cmbDevices");
+        Hands::click(box);
+        ASSERT_TRUE(waitUntil([&] { return box->view()->isVisible(); }));
+        Hands::key("Down");
+        Hands::key("Return");
+    }
+    /// Says yes to the question whether to stop the export and quit.
+    void stopAndQuit()
+    {
+        waitForKeyboard();
+        Hands::key("ctrl+q");
+        ASSERT_TRUE(waitFor<QDialog>("_alertQuit"));
+        ASSERT_TRUE(waitUntil([this] { return part<QDialog>("_alertQuit")->isActiveWindow(); }));
+        Hands::key("Return");
     }
     /// Answers the question where to export to.
     void confirmExportMode()

@@ -6,6 +6,7 @@
 #include "Window/Style.h"
 #include "support/Desktop.h"
 #include "support/PrivateMounts.h"
+#include "support/phone/PhoneWriteWatch.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -38,6 +39,7 @@ int run(int argc, char** argv)
     const Desktop desktop;
     const Application application(argc, argv);
     Style::install();
+    PhoneWriteWatch::install();
     return RUN_ALL_TESTS();
 }
 } // namespace

@@ -22,7 +22,6 @@ enum Operation : quint64 {
     Status = 0x01,
     Data = 0x02,
     ReadDirectory = 0x03,
-    Truncate = 0x07,
     RemovePath = 0x08,
     MakeDirectory = 0x09,
     GetFileInfo = 0x0A,
@@ -36,11 +35,7 @@ enum Operation : quint64 {
     FileTellResult = 0x13,
     FileClose = 0x14,
     FileSetSize = 0x15,
-    RenamePath = 0x18,
-    FileLock = 0x1B,
-    MakeLink = 0x1C,
-    SetFileTime = 0x1E,
-    RemovePathAndContents = 0x22
+    RenamePath = 0x18
 };
 
 enum Code : quint64 {
@@ -93,19 +88,19 @@ quint64 codeOf(int errorNumber)
     }
 }
 
-bool writes(quint64 operation)
+/// Whether an operation is known to leave everything as it is; one of which nothing is known may
+/// write.
+bool onlyReads(quint64 operation)
 {
     switch (operation) {
-    case Truncate:
-    case RemovePath:
-    case MakeDirectory:
-    case FileWrite:
-    case FileSetSize:
-    case RenamePath:
-    case FileLock:
-    case MakeLink:
-    case SetFileTime:
-    case RemovePathAndContents:
+    case ReadDirectory:
+    case GetFileInfo:
+    case GetDeviceInfo:
+    case FileOpen: // in one of its modes
+    case FileRead:
+    case FileSeek:
+    case FileTell:
+    case FileClose:
         return true;
     default:
         return false;
@@ -179,7 +174,10 @@ void AfcService::serve()
     Request request;
     while (receive(request)) {
         const bool opensToWrite = request.operation == FileOpen && request.value(0) != ReadOnly;
-        _phone.record(request.operation, writes(request.operation) || opensToWrite);
+        _phone.record(request.operation);
+        if (!onlyReads(request.operation) || opensToWrite)
+            _phone.recordWrite(QStringLiteral("operation 0x%1 of the file service")
+                                   .arg(request.operation, 2, 16, QChar(u'0')));
         if (!misbehave() || !answer(request))
             return;
     }
@@ -290,7 +288,8 @@ bool AfcService::getFileInfo(const Request& request)
         pair("st_size", claimed.isNull() ? QByteArray::number(info.st_size) : claimed);
     data += pair("st_blocks", QByteArray::number(info.st_blocks));
     data += pair("st_nlink", QByteArray::number(quint64(info.st_nlink)));
-    data += pair("st_ifmt", typeName(info.st_mode));
+    data += pair("st_ifmt", _phone.faults().types.value(QString::fromUtf8(request.path()),
+                                                        typeName(info.st_mode)));
     if (S_ISLNK(info.st_mode))
         data += pair("LinkTarget", QFile::symLinkTarget(QFile::decodeName(path)).toUtf8());
     data += pair("st_mtime", nanoseconds(info.st_mtim));
@@ -304,6 +303,9 @@ bool AfcService::openFile(const Request& request)
     if (flags < 0)
         return sendStatus(request, BadArgument);
     const QByteArray path = request.path(8);
+    const QString unopenable = _phone.faults().unopenable;
+    if (!unopenable.isEmpty() && QString::fromUtf8(path).endsWith(unopenable))
+        return sendStatus(request, NotPermitted);
     struct stat info = {};
     if (stat(local(path).constData(), &info) == 0 && S_ISDIR(info.st_mode))
         return sendStatus(request, IsFolder);

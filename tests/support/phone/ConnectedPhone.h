@@ -24,12 +24,7 @@ protected:
             MobileDevice::Attachment{1, 0x12a8, "0123456789abcdef"});
     }
     AFCInterface& files() { return afc->deviceInterface(); }
-    void change(const std::function<void(PhoneFaults&)>& what)
-    {
-        PhoneFaults faults = phone->faults();
-        what(faults);
-        phone->setFaults(faults);
-    }
+    void change(const std::function<void(PhoneFaults&)>& what) { phone->changeFaults(what); }
 
     std::shared_ptr<SimulatedPhone> phone;
     std::shared_ptr<AFCDevice> afc;

@@ -11,6 +11,17 @@ namespace
 {
 constexpr quint32 LongestRequest = 1 << 20;
 const QString FileService = QStringLiteral("com.apple.afc");
+
+/// Whether a request is known to leave everything as it is.
+bool onlyReads(const QString& request)
+{
+    static const QStringList reading = {
+        QStringLiteral("QueryType"),    QStringLiteral("GetValue"),
+        QStringLiteral("ValidatePair"), QStringLiteral("StartSession"),
+        QStringLiteral("StopSession"),  QStringLiteral("StartService"),
+        QStringLiteral("Goodbye")};
+    return reading.contains(request);
+}
 } // namespace
 
 void LockdownService::serve()
@@ -26,6 +37,8 @@ void LockdownService::serve()
         const PhonePlist asked(bytes);
         const QString request = asked.text("Request");
         _phone.recordRequest(request);
+        if (!onlyReads(request))
+            _phone.recordWrite(request);
         const PhoneFaults faults = _phone.faults();
         if (faults.hangsAtDoor)
             _phone.hang(_stream);

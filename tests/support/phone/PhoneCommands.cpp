@@ -88,9 +88,7 @@ QString PhoneCommands::obey(const std::shared_ptr<SimulatedPhone>& phone, const 
     } else if (verb == u"paired") {
         _usb.tellPaired(phone);
     } else if (const auto fault = faultsByName().find(verb); fault != faultsByName().end()) {
-        PhoneFaults faults = phone->faults();
-        fault->second(faults, words);
-        phone->setFaults(faults);
+        phone->changeFaults([&](PhoneFaults& faults) { fault->second(faults, words); });
     } else {
         return QStringLiteral("there is no such command");
     }

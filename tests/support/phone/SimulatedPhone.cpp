@@ -7,6 +7,13 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
+
+namespace
+{
+std::mutex unexpectedMutex;
+QStringList unexpectedWrites;
+} // namespace
 
 SimulatedPhone::SimulatedPhone(Identity identity)
     : _identity(std::move(identity))
@@ -19,6 +26,13 @@ void SimulatedPhone::setFaults(const PhoneFaults& faults)
     _faults = faults;
     ++_releases;
     _released.notify_all();
+}
+
+void SimulatedPhone::changeFaults(const std::function<void(PhoneFaults&)>& change)
+{
+    PhoneFaults changed = faults();
+    change(changed);
+    setFaults(changed);
 }
 
 PhoneFaults SimulatedPhone::faults() const
@@ -101,13 +115,33 @@ void SimulatedPhone::forget()
     _requests.clear();
 }
 
-void SimulatedPhone::record(quint64 operation, bool writes)
+void SimulatedPhone::expectWrites()
+{
+    const std::lock_guard lock(_mutex);
+    _expectsWrites = true;
+}
+
+QStringList SimulatedPhone::takeUnexpectedWrites()
+{
+    const std::lock_guard lock(unexpectedMutex);
+    return std::exchange(unexpectedWrites, {});
+}
+
+void SimulatedPhone::record(quint64 operation)
 {
     const std::lock_guard lock(_mutex);
     ++_operations;
     ++_byCode[operation];
-    if (writes)
-        ++_writes;
+}
+
+void SimulatedPhone::recordWrite(const QString& what)
+{
+    const std::lock_guard lock(_mutex);
+    ++_writes;
+    if (_expectsWrites)
+        return;
+    const std::lock_guard unexpectedLock(unexpectedMutex);
+    unexpectedWrites.append(_identity.identifier + QStringLiteral(": ") + what);
 }
 
 void SimulatedPhone::recordOpen(const QString& path)

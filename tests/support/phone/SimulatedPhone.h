@@ -6,6 +6,7 @@
 
 #include <condition_variable>
 #include <cstdint>
+#include <functional>
 #include <mutex>
 #include <optional>
 
@@ -26,11 +27,13 @@ struct PhoneFaults {
     bool locked = false;      ///< by its pass code
     bool hangsAtDoor = false; ///< never answers when it is addressed
     bool garbageAtDoor = false;
-    bool noServiceHandle = false; ///< starts services at no port
-    QString serviceError;         ///< why it starts no services
+    bool noServiceHandle = false;   ///< starts services at no port
+    QString serviceError;           ///< why it starts no services
+    bool refusesConnection = false; ///< to the services that it started
 
     quint64 longestRead = UINT64_MAX;
     std::optional<BadRange> badRange;
+    QString unopenable;       ///< what the paths of files end in that cannot be opened
     int slowMilliseconds = 0; ///< before each answer
     qint64 cutAfterBytes =
         -1; ///< ends the file service's connection after so many bytes of answers
@@ -38,6 +41,7 @@ struct PhoneFaults {
     qint64 hangAfterOperations = -1;
     bool foreverFull = false;                  ///< files never end
     QHash<QString, QByteArray> sizes;          ///< sizes to claim, by path
+    QHash<QString, QByteArray> types;          ///< likewise types
     QHash<QString, QByteArrayList> extraNames; ///< names to list besides, by folder
 };
 
@@ -60,6 +64,8 @@ public:
 
     /// What is wrong from now on.
     void setFaults(const PhoneFaults& faults);
+    /// The same for part of it.
+    void changeFaults(const std::function<void(PhoneFaults&)>& change);
     [[nodiscard]] PhoneFaults faults() const;
     /// Lets go whoever waits in a hanging phone, as pulling it out does.
     void release();
@@ -68,11 +74,15 @@ public:
     void serveLockdown(PhoneStream& stream);
     void serve(quint16 port, PhoneStream& stream);
 
-    /// Operations of the file service so far: all, those that ask for attributes, and those that
-    /// write or could.
+    /// Operations of the file service so far: all, and those of one kind.
     [[nodiscard]] qint64 operations() const;
     [[nodiscard]] qint64 operations(quint64 code) const;
+    /// What was asked so far that changes the phone or could, of any of its services.
     [[nodiscard]] qint64 writes() const;
+    /// Whoever writes on purpose says so. What nobody said is told here once, in words, for all
+    /// phones of this process.
+    void expectWrites();
+    static QStringList takeUnexpectedWrites();
     /// How often each file was opened, by its path.
     [[nodiscard]] QHash<QString, int> opens() const;
     /// The sizes that were asked for, one after another.
@@ -82,7 +92,8 @@ public:
     void forget();
 
     // For the services of the phone.
-    void record(quint64 operation, bool writes);
+    void record(quint64 operation);
+    void recordWrite(const QString& what);
     void recordOpen(const QString& path);
     void recordRead(quint64 size);
     void recordRequest(const QString& request);
@@ -101,6 +112,7 @@ private:
     quint16 _nextPort = 50000;
     qint64 _operations = 0;
     qint64 _writes = 0;
+    bool _expectsWrites = false;
     QHash<quint64, qint64> _byCode;
     QHash<QString, int> _opens;
     std::vector<quint64> _readRequests;

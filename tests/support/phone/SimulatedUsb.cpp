@@ -245,6 +245,8 @@ bool SimulatedUsb::tunnel(Connection& connection, quint32 tag, const PhonePlist&
     }
     if (!phone)
         return sendResult(*connection.stream, tag, BadDevice);
+    if (port != LockdownPort && phone->faults().refusesConnection)
+        return sendResult(*connection.stream, tag, Refused);
     if (!sendResult(*connection.stream, tag, Done))
         return false;
     if (port == LockdownPort)
