@@ -28,9 +28,10 @@ public:
     CopyResult copyOut(const QString& from, const QString& to,
                        std::optional<int> /*progress*/) override
     {
-        QFile file(to);
         if (!fileExists(from))
             return {CopyResult::End::Missing, {}};
+        QFile::remove(to); // a file that is emptied and written again waits for the disk
+        QFile file(to);
         if (!file.open(QIODevice::WriteOnly) || file.write(_files.value(from)) < 0)
             return {CopyResult::End::Failed, file.errorString()};
         return {};
