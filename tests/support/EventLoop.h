@@ -8,7 +8,7 @@
 
 /// Runs the event loop until `condition` holds; false when it does not within the limit.
 template <typename Condition>
-bool waitUntil(Condition condition, std::chrono::milliseconds limit = std::chrono::seconds(10))
+bool waitUntil(Condition condition, std::chrono::milliseconds limit = std::chrono::seconds(30))
 {
     const QDeadlineTimer deadline(limit);
     while (!condition()) {
