@@ -14,12 +14,7 @@
 
 namespace
 {
-/// A place without volumes; entered before any thread starts.
-struct PrivatePlace {
-    PrivatePlace() { PrivateMounts::enter(); }
-};
-
-class PhonePhotos : private PrivatePlace, public PhoneFixture
+class PhonePhotos : private PrivateMounts::Place, public PhoneFixture
 {
 protected:
     PhonePhotos()

@@ -16,13 +16,8 @@
 
 namespace
 {
-/// A place without volumes; entered before any thread starts.
-struct PrivatePlace {
-    PrivatePlace() { PrivateMounts::enter(); }
-};
-
 /// A phone that holds the sample library, read by the real console program.
-class PhoneConsole : private PrivatePlace, public PhoneFixture
+class PhoneConsole : private PrivateMounts::Place, public PhoneFixture
 {
 protected:
     PhoneConsole()

@@ -11,6 +11,11 @@ namespace PrivateMounts
 /// namespace as well. Call it before any thread starts. Throws std::system_error.
 void enter();
 
+/// The same as the first base of a fixture: a place without volumes before any thread starts.
+struct Place {
+    Place() { enter(); }
+};
+
 /// A mount that is undone with the object.
 class Mount
 {
