@@ -46,9 +46,12 @@ public:
         _controlPath = QStringLiteral("/C");
     }
 
-    using Device::read;
-    bool fileExists(const QString& path) override { return path.endsWith(_library); }
-    double getFileSize(const QString& /*path*/) override { return 1; }
+    Expected<FileInfo> info(const QString& path) override
+    {
+        if (!path.endsWith(_library))
+            return Device::info(path);
+        return FileInfo{FileInfo::Kind::File, 1};
+    }
     CopyResult copyOut(const QString& from, const QString& to,
                        std::optional<int> /*progress*/) override
     {

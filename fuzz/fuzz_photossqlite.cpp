@@ -21,7 +21,12 @@ public:
     }
     ~Phone() override { releaseReaders(); }
 
-    bool fileExists(const QString& path) override { return path.endsWith(u"/Photos.sqlite"); }
+    Expected<FileInfo> info(const QString& path) override
+    {
+        if (!path.endsWith(u"/Photos.sqlite"))
+            return Device::info(path);
+        return FileInfo{FileInfo::Kind::File, _database.size()};
+    }
     CopyResult copyOut(const QString&, const QString& to, std::optional<int> progress) override
     {
         QFile file(to);

@@ -68,8 +68,8 @@ void BookDb::load()
 
 void BookDb::parse(const QString& listPath, const QString& folder)
 {
-    const double size = _device.fileExists(listPath) ? _device.getFileSize(listPath) : 0;
-    if (size <= 0 || size > double(PropertyList::MostBytes))
+    const qint64 size = _device.getFileSize(listPath).value_or(0);
+    if (size <= 0 || size > qint64(PropertyList::MostBytes))
         return;
     const TemporaryCopy copy(_device, listPath, NoSideFiles);
     const PropertyList list = PropertyList::fromFile(copy.path());

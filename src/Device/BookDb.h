@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Device/CategoryIndex.h"
+#include "Device/Problem.h"
 #include "Device/Track.h"
 
 #include <QString>
@@ -30,6 +31,8 @@ public:
 
     /// All books, the synced ones first.
     const std::vector<Track*>& bookList();
+    /// What could not be read, as far as it has been read by now.
+    [[nodiscard]] const ProblemList& problems() const { return _problems; }
     /// Their index.
     const CategoryIndex& books();
 
@@ -42,6 +45,7 @@ private:
 
     Device& _device;
     bool _loaded = false;
+    ProblemList _problems;
     bool _filled = false;
     std::deque<Track> _ownedBooks;
     std::vector<Track*> _bookList;

@@ -7,7 +7,7 @@
 namespace
 {
 /// Larger than any picture; a preview is not worth reading more.
-constexpr double MostPictureBytes = 512.0 * 1024 * 1024;
+constexpr qint64 MostPictureBytes = qint64(512) * 1024 * 1024;
 
 bool isVideo(const QString& path)
 {
@@ -43,8 +43,9 @@ void loadSmallImage(Device& device, const QString& photoDataDir, Photo& photo)
                                                       : QString();
     if (picture.isNull())
         return;
-    const QByteArray bytes =
-        device.getFileSize(picture) <= MostPictureBytes ? device.read(picture) : QByteArray();
+    const QByteArray bytes = device.getFileSize(picture).value_or(0) <= MostPictureBytes
+                                 ? device.read(picture)
+                                 : QByteArray();
     photo.setSmallImage(PreviewImage::decodeThumbnail(bytes, PreviewImage::PreviewBox));
 }
 } // namespace

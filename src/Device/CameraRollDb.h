@@ -2,6 +2,7 @@
 
 #include "Device/Photo.h"
 #include "Device/PreviewPass.h"
+#include "Device/Problem.h"
 
 #include <deque>
 #include <memory>
@@ -23,6 +24,8 @@ public:
 
     [[nodiscard]] Device& device() const { return _device; }
     const std::vector<Photo*>& photos();
+    /// What could not be read, as far as it has been read by now.
+    [[nodiscard]] const ProblemList& problems() const { return _problems; }
     /// How far the previews are.
     PreviewPass& previews();
     /// Asks that no further preview is made, without waiting. Nothing is loaded for that.
@@ -41,6 +44,7 @@ private:
     QString _dcimDir;
     QString _photoDataDir;
     bool _loaded = false;
+    ProblemList _problems;
     std::deque<Photo> _ownedPhotos;
     std::vector<Photo*> _photos;
     std::unique_ptr<PreviewPass> _previews; // last: it uses the photos

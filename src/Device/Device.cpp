@@ -9,12 +9,31 @@
 #include "Device/iPhone/iPhoneDevice.h"
 #include "Device/iPod/iPodDevice.h"
 
+#include <QCoreApplication>
+
 #include <atomic>
 
 namespace
 {
 // A worker asks for it while it copies.
 std::atomic<DeviceDelegate*> theDelegate = nullptr;
+
+Failure nothingThere()
+{
+    return {Failure::Kind::Missing,
+            QCoreApplication::translate("Device", "There is no such file on the device"),
+            {}};
+}
+
+/// The problems of a reader that there is.
+template <typename Reader>
+void collect(std::vector<ReaderProblem>& all, const char* name, const Reader& reader)
+{
+    if (!reader)
+        return;
+    for (const Problem& problem : reader->problems())
+        all.push_back({QString::fromLatin1(name), problem});
+}
 } // namespace
 
 void DeviceDelegate::deviceConnected(const std::shared_ptr<Device>& /*device*/) {}
@@ -78,44 +97,73 @@ QString Device::localRoot() const
     return {};
 }
 
-bool Device::fileExists(const QString& /*path*/)
+Expected<FileInfo> Device::info(const QString& /*path*/)
 {
-    return false;
+    return nothingThere();
 }
 
-bool Device::isFile(const QString& /*path*/)
+Expected<QStringList> Device::list(const QString& /*folder*/, Entries /*entries*/)
 {
-    return false;
+    return nothingThere();
 }
 
-bool Device::isDirectory(const QString& /*path*/)
+Expected<QByteArray> Device::readFile(const QString& /*path*/)
 {
-    return false;
+    return nothingThere();
 }
 
-QStringList Device::getFiles(const QString& /*folder*/)
+Expected<QByteArray> Device::readPart(const QString& /*path*/, quint64 /*offset*/,
+                                      quint64 /*length*/)
 {
-    return {};
+    return nothingThere();
 }
 
-QStringList Device::getDirs(const QString& /*folder*/)
+std::optional<Failure> Device::whyGone() const
 {
-    return {};
+    return std::nullopt;
 }
 
-QByteArray Device::read(const QString& /*path*/)
+bool Device::fileExists(const QString& path)
 {
-    return {};
+    return bool(info(path));
 }
 
-QByteArray Device::read(const QString& /*path*/, quint32 /*offset*/, quint32 /*length*/)
+bool Device::isFile(const QString& path)
 {
-    return {};
+    const Expected<FileInfo> found = info(path);
+    return found && found->kind == FileInfo::Kind::File;
 }
 
-double Device::getFileSize(const QString& /*path*/)
+bool Device::isDirectory(const QString& path)
 {
-    return -1.0;
+    const Expected<FileInfo> found = info(path);
+    return found && found->kind == FileInfo::Kind::Folder;
+}
+
+QStringList Device::getFiles(const QString& folder)
+{
+    return list(folder, Entries::Files).valueOr({});
+}
+
+QStringList Device::getDirs(const QString& folder)
+{
+    return list(folder, Entries::Folders).valueOr({});
+}
+
+QByteArray Device::read(const QString& path)
+{
+    return readFile(path).valueOr({});
+}
+
+QByteArray Device::read(const QString& path, quint64 offset, quint64 length)
+{
+    return readPart(path, offset, length).valueOr({});
+}
+
+std::optional<qint64> Device::getFileSize(const QString& path)
+{
+    const Expected<FileInfo> found = info(path);
+    return found ? found->size : std::nullopt;
 }
 
 CopyResult Device::copyOut(const QString& /*from*/, const QString& /*to*/,
@@ -172,6 +220,17 @@ CameraRollDb* Device::createdCameraRollDb()
     if (!_cameraRollDb)
         _cameraRollDb = CameraRollDb::create(*this);
     return _cameraRollDb.get();
+}
+
+std::vector<ReaderProblem> Device::problems() const
+{
+    std::vector<ReaderProblem> all;
+    collect(all, "trackDb", _trackDb);
+    collect(all, "photoDb", _photoDb);
+    collect(all, "cameraRollDb", _cameraRollDb);
+    collect(all, "voiceMemoDb", _voiceMemoDb);
+    collect(all, "bookDb", _bookDb);
+    return all;
 }
 
 void Device::stopPreviews()

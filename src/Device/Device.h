@@ -1,6 +1,9 @@
 #pragma once
 
+#include "Base/Expected.h"
 #include "Device/CopyResult.h"
+#include "Device/FileInfo.h"
+#include "Device/Problem.h"
 
 #include <QByteArray>
 #include <QString>
@@ -9,6 +12,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class BookDb;
 class CameraRollDb;
@@ -59,19 +63,35 @@ public:
     /// Where the device's files stand in the computer's own file system; null when they do not.
     [[nodiscard]] virtual QString localRoot() const;
 
-    virtual bool fileExists(const QString& path);
+    /// What stands at a path. "Missing" when nothing does; any other failure means that nobody
+    /// can tell.
+    virtual Expected<FileInfo> info(const QString& path);
+    enum class Entries {
+        Files,  ///< all that is no folder
+        Folders ///< without "." and ".."
+    };
+    /// Bare names of the entries of a folder, in the device's order. A folder that could not be
+    /// read to its end has failed.
+    virtual Expected<QStringList> list(const QString& folder, Entries entries);
+    /// The whole file.
+    virtual Expected<QByteArray> readFile(const QString& path);
+    /// At most `length` bytes from `offset`; fewer at the end of the file.
+    virtual Expected<QByteArray> readPart(const QString& path, quint64 offset, quint64 length);
+    /// Why nothing more comes from the device: it was disconnected, or does not answer. None while
+    /// it can be asked. Any thread, and nothing is asked for it.
+    [[nodiscard]] virtual std::optional<Failure> whyGone() const;
+
+    // The same without a reason, for callers to whom every "no" is one.
+    bool fileExists(const QString& path);
     virtual bool isFile(const QString& path);
     virtual bool isDirectory(const QString& path);
-    /// Bare names of the regular files of a folder; empty when there is none.
-    virtual QStringList getFiles(const QString& folder);
-    /// Bare names of the folders of a folder, without "." and "..".
-    virtual QStringList getDirs(const QString& folder);
-    /// The whole file; null when it cannot be read.
-    virtual QByteArray read(const QString& path);
-    /// At most `length` bytes from `offset`; null when the file cannot be opened.
-    virtual QByteArray read(const QString& path, quint32 offset, quint32 length);
-    /// Bytes; -1.0 when there is nothing to ask.
-    virtual double getFileSize(const QString& path);
+    QStringList getFiles(const QString& folder);
+    QStringList getDirs(const QString& folder);
+    /// Null when it cannot be read.
+    QByteArray read(const QString& path);
+    QByteArray read(const QString& path, quint64 offset, quint64 length);
+    /// Bytes; none when there is no such file, or nothing to ask.
+    std::optional<qint64> getFileSize(const QString& path);
 
     /// Copies `from` on the device to `to` on the computer, in chunks of 1 MiB. After each chunk
     /// is read and before it is written, the delegate hears the fraction copied plus `progress`
@@ -89,6 +109,10 @@ public:
     virtual BookDb* bookDb();
     /// Only phones have a camera roll.
     virtual CameraRollDb* cameraRollDb();
+
+    /// What the readers could not read, reader by reader. Loads none: only those that were asked
+    /// for something before have problems.
+    [[nodiscard]] std::vector<ReaderProblem> problems() const;
 
     /// Asks the threads that make previews to end, without waiting: for a device that is leaving
     /// while somebody still holds it.

@@ -3,6 +3,7 @@
 #include "Device/Album.h"
 #include "Device/Photo.h"
 #include "Device/PreviewPass.h"
+#include "Device/Problem.h"
 
 #include <cstdint>
 #include <deque>
@@ -34,6 +35,8 @@ public:
     [[nodiscard]] Device& device() const { return _device; }
     const std::vector<Photo*>& photos();
     const std::vector<Album*>& albums();
+    /// What could not be read, as far as it has been read by now.
+    [[nodiscard]] const ProblemList& problems() const { return _problems; }
     /// How far the previews are.
     PreviewPass& previews();
     /// Asks that no further preview is made, without waiting. Nothing is loaded for that.
@@ -46,6 +49,9 @@ public:
 
 protected:
     explicit PhotoDb(Device& device);
+
+    /// Where a reader puts what it could not read.
+    ProblemList& foundProblems() { return _problems; }
 
     /// Reads the database; called once. May leave with an exception where the data ends it.
     virtual void parse() = 0;
@@ -72,6 +78,7 @@ private:
 
     Device& _device;
     bool _loaded = false;
+    ProblemList _problems;
     std::deque<Photo> _ownedPhotos;
     std::deque<Album> _ownedAlbums;
     std::vector<Photo*> _photos;

@@ -19,7 +19,7 @@ namespace
 constexpr mode_t OwnerOnly = S_IRWXU;
 /// No library comes near it. A file with holes may claim any size, and copying one would only
 /// fill the disk.
-constexpr double MostBytes = 4.0 * 1024 * 1024 * 1024;
+constexpr qint64 MostBytes = qint64(4) * 1024 * 1024 * 1024;
 
 /// Opens and locks a folder; -1 when that fails, or would have to wait and `how` says not to.
 int lockFolder(const QString& folder, int how)
@@ -80,11 +80,9 @@ void removeUnlocked(const QString& folder)
 
 bool isWorthCopying(Device& device, const QString& from, TemporaryCopy::SideFiles sideFiles)
 {
-    double bytes = device.getFileSize(from);
+    qint64 bytes = device.getFileSize(from).value_or(0);
     if (sideFiles == TemporaryCopy::SideFiles::Take) {
-        const QString log = from + QStringLiteral("-wal");
-        if (device.fileExists(log))
-            bytes += device.getFileSize(log);
+        bytes += device.getFileSize(from + QStringLiteral("-wal")).value_or(0);
     }
     return bytes <= MostBytes;
 }

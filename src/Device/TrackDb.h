@@ -2,6 +2,7 @@
 
 #include "Device/CategoryIndex.h"
 #include "Device/Playlist.h"
+#include "Device/Problem.h"
 #include "Device/Track.h"
 
 #include <QString>
@@ -42,6 +43,8 @@ public:
     /// What the master list is called; null if there is none.
     const QString& name();
 
+    /// What could not be read, as far as it has been read by now.
+    [[nodiscard]] const ProblemList& problems() const { return _problems; }
     /// The index of a category. All are filled at the first call, from what has been loaded by
     /// then: call `tracks` before.
     const CategoryIndex& music() { return category(MediaCategory::Music); }
@@ -64,6 +67,9 @@ public:
 protected:
     explicit TrackDb(Device& device);
 
+    /// Where a reader puts what it could not read.
+    ProblemList& foundProblems() { return _problems; }
+
     /// Reads the database; called once. Appends with the operations below, and may leave with
     /// an exception where the data ends it.
     virtual void parse() = 0;
@@ -81,6 +87,7 @@ private:
 
     Device& _device;
     bool _loaded = false;
+    ProblemList _problems;
     bool _filled = false;
     QString _name;
     // Tracks stay where they are made, and large blocks hold many of them.

@@ -52,7 +52,7 @@ void VoiceMemoDb::load()
 
 void VoiceMemoDb::parse()
 {
-    if (!_device.fileExists(_dbPath) || _device.getFileSize(_dbPath) <= 0)
+    if (!_device.fileExists(_dbPath) || _device.getFileSize(_dbPath).value_or(0) <= 0)
         return;
     const TemporaryCopy copy(_device, _dbPath, NoSideFiles);
     const Database database(copy);

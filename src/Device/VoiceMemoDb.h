@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Device/Problem.h"
 #include "Device/Track.h"
 
 #include <QString>
@@ -25,6 +26,8 @@ public:
     /// The recordings in the database's order. Each has the local date and time of its recording
     /// for a title, and no album, artist or genre.
     const std::vector<Track*>& memos();
+    /// What could not be read, as far as it has been read by now.
+    [[nodiscard]] const ProblemList& problems() const { return _problems; }
 
 private:
     explicit VoiceMemoDb(Device& device);
@@ -34,6 +37,7 @@ private:
 
     Device& _device;
     bool _loaded = false;
+    ProblemList _problems;
     QString _folder;
     QString _dbPath;
     std::deque<Track> _ownedMemos;

@@ -9,20 +9,20 @@
 
 namespace
 {
-QString words(qint64 copied, double reported)
+QString words(qint64 copied, qint64 reported)
 {
     return QCoreApplication::translate("CopiedSize", "%1 of %2 bytes were copied")
         .arg(copied)
-        .arg(reported, 0, 'f', 0);
+        .arg(reported);
 }
 
 /// What a file, or a folder with all it holds, has too little or too much of.
 QString differenceNow(Device& device, const QString& from, const QString& to)
 {
     if (!QFileInfo(to).isDir()) {
-        const double reported = device.getFileSize(from);
+        const qint64 reported = device.getFileSize(from).value_or(0);
         const qint64 copied = QFileInfo(to).size();
-        return reported == double(copied) ? QString() : words(copied, reported);
+        return reported == copied ? QString() : words(copied, reported);
     }
     // The copy is finite and has no links, so following it keeps the walk finite as well,
     // whatever the device claims to hold.
@@ -44,14 +44,14 @@ QString differenceNow(Device& device, const QString& from, const QString& to)
 CopiedSize::CopiedSize(Device& device, const QString& from)
     : _device(device)
     , _from(from)
-    , _reportedBefore(device.getFileSize(from))
+    , _reportedBefore(device.getFileSize(from).value_or(0))
 {
 }
 
 QString CopiedSize::difference(const QString& to) const
 {
     const QFileInfo copy(to);
-    if (!copy.isDir() && double(copy.size()) < _reportedBefore)
+    if (!copy.isDir() && copy.size() < _reportedBefore)
         return words(copy.size(), _reportedBefore);
     return differenceNow(_device, _from, to);
 }

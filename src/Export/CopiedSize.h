@@ -22,5 +22,5 @@ public:
 private:
     Device& _device;
     QString _from;
-    double _reportedBefore;
+    qint64 _reportedBefore;
 };

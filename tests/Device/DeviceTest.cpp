@@ -19,7 +19,7 @@ TEST(BaseDevice, HoldsNothing)
     EXPECT_TRUE(device.getDirs("/").isEmpty());
     EXPECT_TRUE(device.read("/a").isNull());
     EXPECT_TRUE(device.read("/a", 0, 1).isNull());
-    EXPECT_EQ(device.getFileSize("/a"), -1.0);
+    EXPECT_EQ(device.getFileSize("/a"), std::nullopt);
     EXPECT_EQ(device.trackDb(), nullptr);
     EXPECT_TRUE(device.description().isNull());
 }

@@ -104,7 +104,10 @@ TEST_F(TemporaryCopyTest, HoldsNothingForAFileThatIsMissingOrClaimsToBeEnormous)
 
     class Enormous final : public Device
     {
-        double getFileSize(const QString& /*path*/) override { return 1e15; }
+        Expected<FileInfo> info(const QString& /*path*/) override
+        {
+            return FileInfo{FileInfo::Kind::File, qint64(1) << 50};
+        }
         CopyResult copyOut(const QString&, const QString&, std::optional<int>) override
         {
             ADD_FAILURE() << "would fill the disk";
@@ -120,8 +123,12 @@ TEST_F(TemporaryCopyTest, CountsProgressForAReaderAndNotForDiagnosis)
     class Recorder final : public Device
     {
     public:
-        bool fileExists(const QString& path) override { return !path.endsWith("-shm"); }
-        double getFileSize(const QString& /*path*/) override { return 1; }
+        Expected<FileInfo> info(const QString& path) override
+        {
+            if (path.endsWith("-shm"))
+                return Device::info(path);
+            return FileInfo{FileInfo::Kind::File, 1};
+        }
         CopyResult copyOut(const QString& from, const QString& to,
                            std::optional<int> progress) override
         {

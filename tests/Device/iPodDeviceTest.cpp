@@ -105,8 +105,8 @@ TEST_F(iPodDeviceTest, FollowsALinkForTheSize)
 {
     Files::write(onDevice("a"), "12345");
     QFile::link(onDevice("a"), onDevice("link"));
-    EXPECT_EQ(device.getFileSize(onDevice("link")), 5.0);
-    EXPECT_EQ(device.getFileSize(onDevice("none")), 0.0);
+    EXPECT_EQ(device.getFileSize(onDevice("link")), 5);
+    EXPECT_EQ(device.getFileSize(onDevice("none")), std::nullopt);
 }
 
 TEST_F(iPodDeviceTest, ReadsNothingOutsideItsVolume)

@@ -30,33 +30,35 @@ public:
     /// In which order folders and files are listed.
     QDir::SortFlags order = QDir::Name | QDir::IgnoreCase;
 
-    QByteArray read(const QString& path) override
+    Expected<QByteArray> readFile(const QString& path) override
     {
         QFile file(local(path));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        if (!file.open(QIODevice::ReadOnly))
+            return missing();
+        return file.readAll();
     }
-    QByteArray read(const QString& path, quint32 offset, quint32 length) override
+    Expected<QByteArray> readPart(const QString& path, quint64 offset, quint64 length) override
     {
-        return read(path).mid(offset, length);
+        Expected<QByteArray> whole = readFile(path);
+        if (whole)
+            *whole = whole->mid(qsizetype(offset), qsizetype(length));
+        return whole;
     }
     CameraRollDb* cameraRollDb() override { return createdCameraRollDb(); }
-    bool fileExists(const QString& path) override
+    Expected<FileInfo> info(const QString& path) override
     {
-        return QFileInfo::exists(local(path)) && (!hideFiles || isDirectory(path));
+        const QFileInfo found(local(path));
+        if (!found.exists() || (hideFiles && !found.isDir()))
+            return missing();
+        return FileInfo{found.isDir() ? FileInfo::Kind::Folder : FileInfo::Kind::File,
+                        found.size()};
     }
-    bool isDirectory(const QString& path) override { return QFileInfo(local(path)).isDir(); }
-    QStringList getFiles(const QString& folder) override
+    Expected<QStringList> list(const QString& folder, Entries entries) override
     {
-        return QDir(local(folder)).entryList(QDir::Files | QDir::Hidden, order);
-    }
-    QStringList getDirs(const QString& folder) override
-    {
-        return QDir(local(folder))
-            .entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot, order);
-    }
-    double getFileSize(const QString& path) override
-    {
-        return double(QFileInfo(local(path)).size());
+        const QDir::Filters filters = entries == Entries::Files
+                                          ? QDir::Files | QDir::Hidden
+                                          : QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot;
+        return QDir(local(folder)).entryList(filters, order);
     }
     CopyResult copyOut(const QString& from, const QString& to, std::optional<int> progress) override
     {
@@ -74,6 +76,7 @@ public:
     }
 
 private:
+    static Failure missing() { return {Failure::Kind::Missing, QStringLiteral("missing"), {}}; }
     [[nodiscard]] QString local(const QString& path) const { return PathName::join(_root, path); }
 
     QString _root;

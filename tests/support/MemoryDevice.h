@@ -21,10 +21,22 @@ public:
 
     void put(const QString& path, const QByteArray& content) { _files[path] = content; }
 
-    using Device::read;
-    bool fileExists(const QString& path) override { return _files.contains(path); }
-    QByteArray read(const QString& path) override { return _files.value(path); }
-    double getFileSize(const QString& path) override { return double(_files.value(path).size()); }
+    Expected<FileInfo> info(const QString& path) override
+    {
+        if (!_files.contains(path))
+            return missing();
+        return FileInfo{FileInfo::Kind::File, _files.value(path).size()};
+    }
+    Expected<QByteArray> readFile(const QString& path) override
+    {
+        if (!_files.contains(path))
+            return missing();
+        return _files.value(path);
+    }
+    Expected<QByteArray> readPart(const QString& path, quint64 offset, quint64 length) override
+    {
+        return _files.value(path).mid(qsizetype(offset), qsizetype(length));
+    }
     CopyResult copyOut(const QString& from, const QString& to,
                        std::optional<int> /*progress*/) override
     {
@@ -36,11 +48,9 @@ public:
             return {CopyResult::End::Failed, file.errorString()};
         return {};
     }
-    QByteArray read(const QString& path, quint32 offset, quint32 length) override
-    {
-        return _files.value(path).mid(offset, length);
-    }
 
 private:
+    static Failure missing() { return {Failure::Kind::Missing, QStringLiteral("missing"), {}}; }
+
     QHash<QString, QByteArray> _files;
 };

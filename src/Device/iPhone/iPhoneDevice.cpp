@@ -8,6 +8,14 @@
 #include "Device/iPhone/PhoneCopy.h"
 #include "Device/iPhone/iPhoneFamily.h"
 
+namespace
+{
+Failure nothingThere()
+{
+    return {Failure::Kind::Missing, QStringLiteral("There is no such file on the device"), {}};
+}
+} // namespace
+
 Device::Devices iPhoneDevice::init()
 {
     return iPhoneFamily::shared().start();
@@ -56,53 +64,50 @@ QString iPhoneDevice::serialNumber() const
     return _afcDevice->device()->serialNumber();
 }
 
-bool iPhoneDevice::fileExists(const QString& path)
+Expected<FileInfo> iPhoneDevice::info(const QString& path)
 {
-    return isFile(path) || isDirectory(path);
+    const auto attributes = _afcDevice->deviceInterface().getAttributesAtPath(path);
+    if (!attributes)
+        return nothingThere();
+    const QString type = AFCInterface::typeIn(*attributes);
+    FileInfo info;
+    info.kind = type == u"S_IFREG"   ? FileInfo::Kind::File
+                : type == u"S_IFDIR" ? FileInfo::Kind::Folder
+                : type == u"S_IFLNK" ? FileInfo::Kind::Link
+                                     : FileInfo::Kind::Other;
+    info.size = qint64(AFCInterface::sizeIn(*attributes));
+    return info;
 }
 
-bool iPhoneDevice::isFile(const QString& path)
+Expected<QStringList> iPhoneDevice::list(const QString& folder, Entries entries)
 {
-    return _afcDevice->deviceInterface().isFileAtPath(path);
+    try {
+        return entries == Entries::Files ? _afcDevice->listOfFilesAtPath(folder)
+                                         : _afcDevice->listOfFoldersAtPath(folder);
+    } catch (const Exception&) {
+        return nothingThere(); // a phone pulled out must not end a job
+    }
+}
+
+Expected<QByteArray> iPhoneDevice::readFile(const QString& path)
+{
+    const QByteArray bytes = _afcDevice->contentsOfFileAtPath(path);
+    if (bytes.isNull())
+        return nothingThere();
+    return bytes;
+}
+
+Expected<QByteArray> iPhoneDevice::readPart(const QString& path, quint64 offset, quint64 length)
+{
+    const QByteArray bytes = _afcDevice->chunkOfFileAtPath(path, offset, length);
+    if (bytes.isNull())
+        return nothingThere();
+    return bytes;
 }
 
 bool iPhoneDevice::isDirectory(const QString& path)
 {
     return _afcDevice->deviceInterface().isDirectoryAtPath(path);
-}
-
-QStringList iPhoneDevice::getFiles(const QString& folder)
-{
-    try {
-        return _afcDevice->listOfFilesAtPath(folder);
-    } catch (const Exception&) {
-        return {}; // a folder that cannot be opened; a phone pulled out must not end a job
-    }
-}
-
-QStringList iPhoneDevice::getDirs(const QString& folder)
-{
-    try {
-        return _afcDevice->listOfFoldersAtPath(folder);
-    } catch (const Exception&) {
-        return {};
-    }
-}
-
-QByteArray iPhoneDevice::read(const QString& path)
-{
-    return _afcDevice->contentsOfFileAtPath(path);
-}
-
-QByteArray iPhoneDevice::read(const QString& path, quint32 offset, quint32 length)
-{
-    return _afcDevice->chunkOfFileAtPath(path, offset, length);
-}
-
-double iPhoneDevice::getFileSize(const QString& path)
-{
-    const auto attributes = _afcDevice->deviceInterface().getAttributesAtPath(path);
-    return attributes ? AFCInterface::sizeIn(*attributes) : 0.0;
 }
 
 CopyResult iPhoneDevice::copyOut(const QString& from, const QString& to,

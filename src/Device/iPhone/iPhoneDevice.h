@@ -31,17 +31,12 @@ public:
     /// The phone's own identifier.
     [[nodiscard]] QString key() const override;
     [[nodiscard]] QString serialNumber() const;
-    bool fileExists(const QString& path) override;
-    /// Regular files only.
-    bool isFile(const QString& path) override;
+    Expected<FileInfo> info(const QString& path) override;
+    Expected<QStringList> list(const QString& folder, Entries entries) override;
+    Expected<QByteArray> readFile(const QString& path) override;
+    Expected<QByteArray> readPart(const QString& path, quint64 offset, quint64 length) override;
     /// Folders and symbolic links, whatever they point to.
     bool isDirectory(const QString& path) override;
-    QStringList getFiles(const QString& folder) override;
-    QStringList getDirs(const QString& folder) override;
-    QByteArray read(const QString& path) override;
-    QByteArray read(const QString& path, quint32 offset, quint32 length) override;
-    /// 0 when there is no such path.
-    double getFileSize(const QString& path) override;
     /// Copies files and whole folders. A stop inside a folder ends only the file it is asked in.
     CopyResult copyOut(const QString& from, const QString& to,
                        std::optional<int> progress) override;

@@ -40,6 +40,21 @@ QStringList entries(const QString& folder, bool folders)
     return names;
 }
 
+Failure leadsOut()
+{
+    return {Failure::Kind::Refused, QStringLiteral("The path leads out of the device"), {}};
+}
+
+Failure nothingThere()
+{
+    return {Failure::Kind::Missing, QStringLiteral("There is no such file on the device"), {}};
+}
+
+Failure unreadable(const QString& error)
+{
+    return {Failure::Kind::Unreadable, QStringLiteral("The file could not be read"), error};
+}
+
 /// Tells the delegate how far a copy is; false when it asks to stop.
 bool announce(qint64 done, qint64 total, std::optional<int> progress)
 {
@@ -170,50 +185,52 @@ bool iPodDevice::isOnDevice(const QString& path) const
     return PathName::isInside(path, _prefix) || path == _prefix;
 }
 
-bool iPodDevice::fileExists(const QString& path)
+Expected<FileInfo> iPodDevice::info(const QString& path)
 {
-    return isOnDevice(path) && exists(path);
+    if (!isOnDevice(path))
+        return leadsOut();
+    const QFileInfo found(path);
+    if (!found.exists())
+        return nothingThere();
+    FileInfo info;
+    info.kind = found.isDir()    ? FileInfo::Kind::Folder
+                : found.isFile() ? FileInfo::Kind::File
+                                 : FileInfo::Kind::Other;
+    info.size = found.size();
+    return info;
+}
+
+Expected<QStringList> iPodDevice::list(const QString& folder, Entries wanted)
+{
+    if (!isOnDevice(folder))
+        return leadsOut();
+    return entries(folder, wanted == Entries::Folders);
+}
+
+Expected<QByteArray> iPodDevice::readFile(const QString& path)
+{
+    if (!isOnDevice(path))
+        return leadsOut();
+    File file(path, File::Mode::Read);
+    const QByteArray bytes = file.isOpen() ? file.readAll() : QByteArray();
+    if (bytes.isNull() || !file.error().isEmpty())
+        return unreadable(file.error());
+    return bytes;
+}
+
+Expected<QByteArray> iPodDevice::readPart(const QString& path, quint64 offset, quint64 length)
+{
+    if (!isOnDevice(path))
+        return leadsOut();
+    File file(path, File::Mode::Read);
+    if (!file.isOpen())
+        return unreadable(file.error());
+    return file.readRange(qint64(offset), qint64(length));
 }
 
 bool iPodDevice::isFile(const QString& path)
 {
     return fileExists(path);
-}
-
-bool iPodDevice::isDirectory(const QString& path)
-{
-    return isOnDevice(path) && QFileInfo(path).isDir();
-}
-
-QStringList iPodDevice::getFiles(const QString& folder)
-{
-    return isOnDevice(folder) ? entries(folder, false) : QStringList();
-}
-
-QStringList iPodDevice::getDirs(const QString& folder)
-{
-    return isOnDevice(folder) ? entries(folder, true) : QStringList();
-}
-
-QByteArray iPodDevice::read(const QString& path)
-{
-    if (!isOnDevice(path))
-        return {};
-    File file(path, File::Mode::Read);
-    return file.isOpen() ? file.readAll() : QByteArray();
-}
-
-QByteArray iPodDevice::read(const QString& path, quint32 offset, quint32 length)
-{
-    if (!isOnDevice(path))
-        return {};
-    File file(path, File::Mode::Read);
-    return file.isOpen() ? file.readRange(offset, length) : QByteArray();
-}
-
-double iPodDevice::getFileSize(const QString& path)
-{
-    return isOnDevice(path) && exists(path) ? double(QFileInfo(path).size()) : 0.0;
 }
 
 CopyResult iPodDevice::copyOut(const QString& from, const QString& to, std::optional<int> progress)

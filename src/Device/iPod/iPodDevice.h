@@ -27,15 +27,12 @@ public:
     /// The mount path.
     [[nodiscard]] QString key() const override;
     [[nodiscard]] QString localRoot() const override;
-    bool fileExists(const QString& path) override;
+    Expected<FileInfo> info(const QString& path) override;
+    Expected<QStringList> list(const QString& folder, Entries entries) override;
+    Expected<QByteArray> readFile(const QString& path) override;
+    Expected<QByteArray> readPart(const QString& path, quint64 offset, quint64 length) override;
     /// True for a folder as well; whoever needs a regular file asks `getFiles`.
     bool isFile(const QString& path) override;
-    bool isDirectory(const QString& path) override;
-    QStringList getFiles(const QString& folder) override;
-    QStringList getDirs(const QString& folder) override;
-    QByteArray read(const QString& path) override;
-    QByteArray read(const QString& path, quint32 offset, quint32 length) override;
-    double getFileSize(const QString& path) override;
     /// Copies single files only: a folder is not walked, and reported as failed.
     CopyResult copyOut(const QString& from, const QString& to,
                        std::optional<int> progress) override;

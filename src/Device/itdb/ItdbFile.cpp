@@ -10,7 +10,7 @@ namespace
 {
 bool hasPossibleSize(Device& device, const QString& path)
 {
-    return device.getFileSize(path) <= double(std::numeric_limits<quint32>::max());
+    return device.getFileSize(path).value_or(0) <= qint64(std::numeric_limits<quint32>::max());
 }
 } // namespace
 
