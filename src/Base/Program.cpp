@@ -28,5 +28,5 @@ QString Program::supportAddress()
 
 QString Program::helpFileName()
 {
-    return QStringLiteral("Quillet");
+    return QStringLiteral("guide");
 }

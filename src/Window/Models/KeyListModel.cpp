@@ -1,6 +1,6 @@
 #include "Window/Models/KeyListModel.h"
 
-#include "Base/NSStringEx.h"
+#include "Base/StarOrder.h"
 
 KeyListModel::KeyListModel(const QString& level, QObject* parent)
     : QAbstractListModel(parent)
@@ -25,7 +25,7 @@ QVariant KeyListModel::data(const QModelIndex& index, int role) const
     if (role != Qt::DisplayRole || !checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     const QString& key = _keys.at(index.row());
-    if (key == NSStringEx::Star)
+    if (key == StarOrder::Star)
         return QStringLiteral("All (%1 %2)").arg(_keys.size() - 1).arg(_level);
     return key;
 }
