@@ -260,6 +260,30 @@
     </message>
 </context>
 <context>
+    <name>KeyListModel</name>
+    <message numerus="yes">
+        <source>All (%n Genre)</source>
+        <translation>
+            <numerusform>All (%n Genre)</numerusform>
+            <numerusform>All (%n Genres)</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>All (%n Artist)</source>
+        <translation>
+            <numerusform>All (%n Artist)</numerusform>
+            <numerusform>All (%n Artists)</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>All (%n Album)</source>
+        <translation>
+            <numerusform>All (%n Album)</numerusform>
+            <numerusform>All (%n Albums)</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>MainMenu</name>
     <message>
         <source>&amp;File</source>
