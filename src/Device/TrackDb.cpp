@@ -4,15 +4,15 @@
 #include "Base/PathName.h"
 #include "Device/BookDb.h"
 #include "Device/Device.h"
-#include "Device/itdb/itdbTrackDb.h"
+#include "Device/itdb/ITunesDbReader.h"
 #include "Device/sql/sql5TrackDb.h"
 #include "Device/sql/sqlTrackDb.h"
 
 std::unique_ptr<TrackDb> TrackDb::create(Device& device)
 {
     // The first that finds its file wins; a new format is one new line here.
-    for (const auto probe :
-         {sql5TrackDb::initWithDevice, sqlTrackDb::initWithDevice, itdbTrackDb::initWithDevice}) {
+    for (const auto probe : {sql5TrackDb::initWithDevice, sqlTrackDb::initWithDevice,
+                             ITunesDbReader::initWithDevice}) {
         if (auto reader = probe(device))
             return reader;
     }

@@ -7,7 +7,7 @@
 /// records, each opening with a four-character tag, its header length (byte 4) and, mostly, its
 /// total length with everything inside it (byte 8). Tags are not checked: lengths and counts lead
 /// the way, and each is checked against the record it stands in.
-class itdbPhotoDb final : public PhotoDb
+class PhotoDatabaseReader final : public PhotoDb
 {
 public:
     /// The reader, or null when the device has no "Photos/Photo Database". Leaves a copy of the
@@ -26,7 +26,7 @@ protected:
     [[nodiscard]] PreviewPass::Step previewStep() const override;
 
 private:
-    explicit itdbPhotoDb(Device& device);
+    explicit PhotoDatabaseReader(Device& device);
 
     class Parser;
 

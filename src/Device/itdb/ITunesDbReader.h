@@ -7,7 +7,7 @@
 /// records, each opening with a four-character tag, its header length (byte 4) and its total
 /// length with everything inside it (byte 8). Tags are not checked: lengths and counts lead the
 /// way, and each is checked against the record it stands in.
-class itdbTrackDb final : public TrackDb
+class ITunesDbReader final : public TrackDb
 {
 public:
     /// The reader, or null when the device has no "iTunes/iTunesDB". Leaves a copy of the file
@@ -24,7 +24,7 @@ protected:
     void parse() override;
 
 private:
-    explicit itdbTrackDb(Device& device);
+    explicit ITunesDbReader(Device& device);
 
     class Parser;
 

@@ -1,4 +1,4 @@
-#include "Device/itdb/itdbPhotoDb.h"
+#include "Device/itdb/PhotoDatabaseReader.h"
 
 #include "Base/PathName.h"
 #include "Device/Device.h"
@@ -84,7 +84,7 @@ constexpr std::size_t CorrelationId = 16;
 
 QString textOf(ByteView object)
 {
-    return itdbPhotoDb::getStringFromMhod(object, field(object, HeaderLength));
+    return PhotoDatabaseReader::getStringFromMhod(object, field(object, HeaderLength));
 }
 
 QString utf16(ByteView bytes)
@@ -107,10 +107,10 @@ QString utf8(ByteView bytes)
 } // namespace
 
 /// What is needed only while a database is read.
-class itdbPhotoDb::Parser
+class PhotoDatabaseReader::Parser
 {
 public:
-    explicit Parser(itdbPhotoDb& reader)
+    explicit Parser(PhotoDatabaseReader& reader)
         : _reader(reader)
     {
     }
@@ -124,32 +124,32 @@ private:
     void parseFile(ByteView record);
     [[nodiscard]] QString path(const QString& storedName) const;
 
-    itdbPhotoDb& _reader;
+    PhotoDatabaseReader& _reader;
     std::unordered_map<quint32, Photo*> _photosById;
 };
 
-std::unique_ptr<PhotoDb> itdbPhotoDb::initWithDevice(Device& device)
+std::unique_ptr<PhotoDb> PhotoDatabaseReader::initWithDevice(Device& device)
 {
-    std::unique_ptr<itdbPhotoDb> reader(new itdbPhotoDb(device));
+    std::unique_ptr<PhotoDatabaseReader> reader(new PhotoDatabaseReader(device));
     if (!device.fileExists(reader->_dbPath))
         return nullptr;
     ItdbFile::keepForDiagnosis(device, reader->_dbPath);
     return reader;
 }
 
-itdbPhotoDb::itdbPhotoDb(Device& device)
+PhotoDatabaseReader::PhotoDatabaseReader(Device& device)
     : PhotoDb(device)
     , _photoDir(PathName::join(device.prefix(), u"Photos"))
     , _dbPath(PathName::join(_photoDir, FileName))
 {
 }
 
-QString itdbPhotoDb::format() const
+QString PhotoDatabaseReader::format() const
 {
     return FileName;
 }
 
-QString itdbPhotoDb::getStringFromMhod(ByteView data, std::size_t offset)
+QString PhotoDatabaseReader::getStringFromMhod(ByteView data, std::size_t offset)
 {
     const ByteView body = data.subspan(std::min(offset, data.size()));
     const std::size_t length = field(body, 0);
@@ -158,13 +158,13 @@ QString itdbPhotoDb::getStringFromMhod(ByteView data, std::size_t offset)
     return isUtf16 ? utf16(bytes) : utf8(bytes);
 }
 
-void itdbPhotoDb::parse()
+void PhotoDatabaseReader::parse()
 {
     const QByteArray file = ItdbFile::read(device(), _dbPath);
     Parser(*this).parse(std::as_bytes(std::span(file.constData(), std::size_t(file.size()))));
 }
 
-PreviewPass::Step itdbPhotoDb::previewStep() const
+PreviewPass::Step PhotoDatabaseReader::previewStep() const
 {
     return [decoder = Ithmb(device()), small = quint32(smallCorrelationId())](Photo& photo) {
         if (small == 0) // no list of files: then no kind is the small one
@@ -176,7 +176,7 @@ PreviewPass::Step itdbPhotoDb::previewStep() const
     };
 }
 
-void itdbPhotoDb::Parser::parse(ByteView database)
+void PhotoDatabaseReader::Parser::parse(ByteView database)
 {
     const quint32 count = field(database, Database::DataSetCount);
     RecordCursor dataSets(database, field(database, HeaderLength));
@@ -199,7 +199,7 @@ void itdbPhotoDb::Parser::parse(ByteView database)
     }
 }
 
-void itdbPhotoDb::Parser::parseImage(ByteView record)
+void PhotoDatabaseReader::Parser::parseImage(ByteView record)
 {
     const quint32 count = field(record, Image::ObjectCount);
     const quint32 id = field(record, Image::Id);
@@ -222,7 +222,7 @@ void itdbPhotoDb::Parser::parseImage(ByteView record)
     _photosById[id] = &photo;
 }
 
-Thumbnail itdbPhotoDb::Parser::thumbnail(ByteView location) const
+Thumbnail PhotoDatabaseReader::Parser::thumbnail(ByteView location) const
 {
     Thumbnail result;
     result.correlationId = field(location, Location::CorrelationId);
@@ -237,7 +237,7 @@ Thumbnail itdbPhotoDb::Parser::thumbnail(ByteView location) const
     return result;
 }
 
-void itdbPhotoDb::Parser::parseAlbum(ByteView record, bool isLibrary)
+void PhotoDatabaseReader::Parser::parseAlbum(ByteView record, bool isLibrary)
 {
     const quint32 objectCount = field(record, AlbumRecord::ObjectCount);
     const quint32 memberCount = field(record, AlbumRecord::MemberCount);
@@ -264,7 +264,7 @@ void itdbPhotoDb::Parser::parseAlbum(ByteView record, bool isLibrary)
         photo->album = &album;
 }
 
-void itdbPhotoDb::Parser::parseFile(ByteView record)
+void PhotoDatabaseReader::Parser::parseFile(ByteView record)
 {
     const auto kind = qint32(field(record, FileRecord::CorrelationId));
     // Of several, the last in the file counts.
@@ -274,7 +274,7 @@ void itdbPhotoDb::Parser::parseFile(ByteView record)
         _reader._largeCorrelationId = kind;
 }
 
-QString itdbPhotoDb::Parser::path(const QString& storedName) const
+QString PhotoDatabaseReader::Parser::path(const QString& storedName) const
 {
     if (storedName.isNull())
         return {};

@@ -1,4 +1,4 @@
-#include "Device/itdb/itdbTrackDb.h"
+#include "Device/itdb/ITunesDbReader.h"
 
 #include "support/Files.h"
 #include "support/ITunesDbWriter.h"
@@ -12,7 +12,7 @@ namespace
 namespace Writer = ITunesDbWriter;
 
 /// The reader of bytes that a test made.
-class itdbTrackDbTest : public testing::Test
+class ITunesDbReaderTest : public testing::Test
 {
 protected:
     TrackDb& read(const QByteArray& database)
@@ -54,7 +54,7 @@ protected:
 };
 } // namespace
 
-TEST_F(itdbTrackDbTest, ReadsEveryFieldOfATrack)
+TEST_F(ITunesDbReaderTest, ReadsEveryFieldOfATrack)
 {
     TestTrack written = track(7, QString::fromUtf8("Ёлка 🎄"));
     written.artist = QString::fromUtf8("夜の喫茶店");
@@ -80,7 +80,7 @@ TEST_F(itdbTrackDbTest, ReadsEveryFieldOfATrack)
     EXPECT_TRUE(db.podcasts().tracks("*|*|*").empty());
 }
 
-TEST_F(itdbTrackDbTest, TakesNoKindFromOldVersions)
+TEST_F(ITunesDbReaderTest, TakesNoKindFromOldVersions)
 {
     TestTrack written = track(1, "Old");
     written.mediaKind = 8;
@@ -93,7 +93,7 @@ TEST_F(itdbTrackDbTest, TakesNoKindFromOldVersions)
     EXPECT_FALSE(found.isPodcast);
 }
 
-TEST_F(itdbTrackDbTest, TakesTheKindFromVersion12On)
+TEST_F(ITunesDbReaderTest, TakesTheKindFromVersion12On)
 {
     TestTrack written = track(1, "New");
     written.mediaKind = 8;
@@ -106,7 +106,7 @@ TEST_F(itdbTrackDbTest, TakesTheKindFromVersion12On)
     EXPECT_TRUE(found.isPodcast);
 }
 
-TEST_F(itdbTrackDbTest, LeavesWhatIsNotThereNull)
+TEST_F(ITunesDbReaderTest, LeavesWhatIsNotThereNull)
 {
     TestTrack written;
     written.id = 1;
@@ -118,7 +118,7 @@ TEST_F(itdbTrackDbTest, LeavesWhatIsNotThereNull)
     EXPECT_TRUE(found.path.isNull());
 }
 
-TEST_F(itdbTrackDbTest, TellsAnEmptyTextFromNone)
+TEST_F(ITunesDbReaderTest, TellsAnEmptyTextFromNone)
 {
     TestTrack written;
     written.id = 1;
@@ -132,7 +132,7 @@ TEST_F(itdbTrackDbTest, TellsAnEmptyTextFromNone)
     EXPECT_EQ(found.path, "/Volumes/P");
 }
 
-TEST_F(itdbTrackDbTest, ReadsTracksWithoutAPlaylistList)
+TEST_F(ITunesDbReaderTest, ReadsTracksWithoutAPlaylistList)
 {
     TrackDb& db = read(Writer::database(0x19, {tracksSet({track(1, "One")})}));
     EXPECT_EQ(titles(db.tracks()), QStringList("One"));
@@ -140,7 +140,7 @@ TEST_F(itdbTrackDbTest, ReadsTracksWithoutAPlaylistList)
     EXPECT_TRUE(db.name().isNull());
 }
 
-TEST_F(itdbTrackDbTest, TakesTheFirstPlaylistForTheMasterList)
+TEST_F(ITunesDbReaderTest, TakesTheFirstPlaylistForTheMasterList)
 {
     const TestLibrary library = {
         "Library", {track(1, "One"), track(2, "Two")}, {{"Mix", {2, 1}}, {"Empty", {}}}};
@@ -154,7 +154,7 @@ TEST_F(itdbTrackDbTest, TakesTheFirstPlaylistForTheMasterList)
     EXPECT_EQ(db.tracks()[0]->playlists, std::vector<Playlist*>{db.playlists()[0]});
 }
 
-TEST_F(itdbTrackDbTest, SkipsUnknownTracksAndKeepsRepeatedOnes)
+TEST_F(ITunesDbReaderTest, SkipsUnknownTracksAndKeepsRepeatedOnes)
 {
     const TestLibrary library = {
         "Library", {track(1, "One"), track(2, "Two")}, {{"Mix", {1, 99, 2, 1}}}};
@@ -165,7 +165,7 @@ TEST_F(itdbTrackDbTest, SkipsUnknownTracksAndKeepsRepeatedOnes)
     EXPECT_EQ(db.tracks()[1]->playlists, (std::vector<Playlist*>{mix}));
 }
 
-TEST_F(itdbTrackDbTest, LinksToTheLaterOfTwoTracksWithOneId)
+TEST_F(ITunesDbReaderTest, LinksToTheLaterOfTwoTracksWithOneId)
 {
     const TestLibrary library = {"Library", {track(1, "One"), track(1, "Other")}, {{"Mix", {1}}}};
     TrackDb& db = read(Writer::write(library));
@@ -173,7 +173,7 @@ TEST_F(itdbTrackDbTest, LinksToTheLaterOfTwoTracksWithOneId)
     EXPECT_EQ(titles(db.playlists().at(0)->tracks), QStringList("Other"));
 }
 
-TEST_F(itdbTrackDbTest, FindsTracksWhoseIdsAreInNoOrder)
+TEST_F(ITunesDbReaderTest, FindsTracksWhoseIdsAreInNoOrder)
 {
     const TestLibrary library = {"Library",
                                  {track(9, "Nine"), track(1, "One"), track(5, "Five"),
@@ -184,7 +184,7 @@ TEST_F(itdbTrackDbTest, FindsTracksWhoseIdsAreInNoOrder)
               QStringList({"One", "Other Nine", "Five", "Last"}));
 }
 
-TEST_F(itdbTrackDbTest, IgnoresAnOddLastByteOfAText)
+TEST_F(ITunesDbReaderTest, IgnoresAnOddLastByteOfAText)
 {
     const QByteArray seven("A\0B\0C\0D", 7);
     const QByteArray record = Writer::track(track(1, QString()), {Writer::stringObject(1, seven)});
@@ -192,7 +192,7 @@ TEST_F(itdbTrackDbTest, IgnoresAnOddLastByteOfAText)
     EXPECT_EQ(titles(read(Writer::database(0x19, {set})).tracks()), QStringList("ABC"));
 }
 
-TEST_F(itdbTrackDbTest, LetsALaterObjectOfOneKindWin)
+TEST_F(ITunesDbReaderTest, LetsALaterObjectOfOneKindWin)
 {
     const QByteArray record =
         Writer::track(track(1, QString()),
@@ -202,7 +202,7 @@ TEST_F(itdbTrackDbTest, LetsALaterObjectOfOneKindWin)
     EXPECT_EQ(titles(read(Writer::database(0x19, {set})).tracks()), QStringList("Last"));
 }
 
-TEST_F(itdbTrackDbTest, StepsOverDataSetsOfOtherKinds)
+TEST_F(ITunesDbReaderTest, StepsOverDataSetsOfOtherKinds)
 {
     const TestLibrary library = {"Library", {track(1, "One")}, {{"Mix", {1}}}};
     Writer::Options options;
@@ -212,7 +212,7 @@ TEST_F(itdbTrackDbTest, StepsOverDataSetsOfOtherKinds)
     EXPECT_EQ(db.playlists().size(), 1U);
 }
 
-TEST_F(itdbTrackDbTest, LinksNothingToTracksThatComeLater)
+TEST_F(ITunesDbReaderTest, LinksNothingToTracksThatComeLater)
 {
     const TestLibrary library = {"Library", {track(1, "One")}, {{"Mix", {1}}}};
     Writer::Options options;
@@ -223,7 +223,7 @@ TEST_F(itdbTrackDbTest, LinksNothingToTracksThatComeLater)
     EXPECT_TRUE(db.playlists()[0]->tracks.empty());
 }
 
-TEST_F(itdbTrackDbTest, TakesTheFirstOfEveryPlaylistListForTheMaster)
+TEST_F(ITunesDbReaderTest, TakesTheFirstOfEveryPlaylistListForTheMaster)
 {
     const QByteArray first =
         Writer::dataSet(2, Writer::playlistList({list("Master 1", {1}), list("A", {1})}));
@@ -236,7 +236,7 @@ TEST_F(itdbTrackDbTest, TakesTheFirstOfEveryPlaylistListForTheMaster)
     EXPECT_EQ(db.playlists()[1]->name, "B");
 }
 
-TEST_F(itdbTrackDbTest, NamesAPlaylistByItsFirstObjectWhateverItsKind)
+TEST_F(ITunesDbReaderTest, NamesAPlaylistByItsFirstObjectWhateverItsKind)
 {
     const QByteArray odd = Writer::playlist({Writer::stringObject(52, QString("Odd"))}, {1});
     const QByteArray set = Writer::dataSet(2, Writer::playlistList({list("Master", {}), odd}));
@@ -244,7 +244,7 @@ TEST_F(itdbTrackDbTest, NamesAPlaylistByItsFirstObjectWhateverItsKind)
     EXPECT_EQ(db.playlists().at(0)->name, "Odd");
 }
 
-TEST_F(itdbTrackDbTest, ReadsOnWhenTheFirstObjectHoldsNoText)
+TEST_F(ITunesDbReaderTest, ReadsOnWhenTheFirstObjectHoldsNoText)
 {
     const QByteArray odd = Writer::playlist({Writer::opaqueObject(100, 30)}, {1});
     const QByteArray set =
@@ -255,7 +255,7 @@ TEST_F(itdbTrackDbTest, ReadsOnWhenTheFirstObjectHoldsNoText)
     EXPECT_EQ(db.playlists()[1]->tracks.size(), 1U);
 }
 
-TEST_F(itdbTrackDbTest, LeavesAPlaylistWithoutObjectsUnnamed)
+TEST_F(ITunesDbReaderTest, LeavesAPlaylistWithoutObjectsUnnamed)
 {
     const QByteArray set =
         Writer::dataSet(2, Writer::playlistList({list("Master", {}), Writer::playlist({}, {1})}));
@@ -264,7 +264,7 @@ TEST_F(itdbTrackDbTest, LeavesAPlaylistWithoutObjectsUnnamed)
     EXPECT_EQ(db.playlists().at(0)->tracks.size(), 1U);
 }
 
-TEST_F(itdbTrackDbTest, ReadsTheSamplePlayer)
+TEST_F(ITunesDbReaderTest, ReadsTheSamplePlayer)
 {
     const TestLibrary library = SamplePlayer::library();
     TrackDb& db = read(Writer::write(library));

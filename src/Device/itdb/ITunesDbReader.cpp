@@ -1,4 +1,4 @@
-#include "Device/itdb/itdbTrackDb.h"
+#include "Device/itdb/ITunesDbReader.h"
 
 #include "Base/PathName.h"
 #include "Device/Device.h"
@@ -98,10 +98,10 @@ private:
 } // namespace
 
 /// What is needed only while a database is read.
-class itdbTrackDb::Parser
+class ITunesDbReader::Parser
 {
 public:
-    explicit Parser(itdbTrackDb& reader)
+    explicit Parser(ITunesDbReader& reader)
         : _reader(reader)
     {
     }
@@ -116,33 +116,33 @@ private:
     QString sharedText(ByteView object) { return _pool.shared(StringBuffer(object).view()); }
     [[nodiscard]] QString path(ByteView object) const;
 
-    itdbTrackDb& _reader;
+    ITunesDbReader& _reader;
     quint32 _version = 0;
     TrackIds _tracksById;
     StringPool _pool;
 };
 
-std::unique_ptr<TrackDb> itdbTrackDb::initWithDevice(Device& device)
+std::unique_ptr<TrackDb> ITunesDbReader::initWithDevice(Device& device)
 {
-    std::unique_ptr<itdbTrackDb> reader(new itdbTrackDb(device));
+    std::unique_ptr<ITunesDbReader> reader(new ITunesDbReader(device));
     if (!device.fileExists(reader->_dbPath))
         return nullptr;
     ItdbFile::keepForDiagnosis(device, reader->_dbPath);
     return reader;
 }
 
-itdbTrackDb::itdbTrackDb(Device& device)
+ITunesDbReader::ITunesDbReader(Device& device)
     : TrackDb(device)
     , _dbPath(PathName::join(PathName::join(device.controlPath(), u"iTunes"), FileName))
 {
 }
 
-QString itdbTrackDb::format() const
+QString ITunesDbReader::format() const
 {
     return FileName;
 }
 
-QString itdbTrackDb::getStringFromMhod(ByteView data, std::size_t offset)
+QString ITunesDbReader::getStringFromMhod(ByteView data, std::size_t offset)
 {
     const ByteView rest = data.subspan(std::min(offset, data.size()));
     const ByteView bytes = stringBytes(rest);
@@ -152,13 +152,13 @@ QString itdbTrackDb::getStringFromMhod(ByteView data, std::size_t offset)
     return text;
 }
 
-void itdbTrackDb::parse()
+void ITunesDbReader::parse()
 {
     const QByteArray file = ItdbFile::read(device(), _dbPath);
     Parser(*this).parse(std::as_bytes(std::span(file.constData(), std::size_t(file.size()))));
 }
 
-void itdbTrackDb::Parser::parse(ByteView database)
+void ITunesDbReader::Parser::parse(ByteView database)
 {
     _version = field(database, Database::Version);
     const quint32 count = field(database, Database::DataSetCount);
@@ -176,7 +176,7 @@ void itdbTrackDb::Parser::parse(ByteView database)
     }
 }
 
-void itdbTrackDb::Parser::parseTrack(ByteView record)
+void ITunesDbReader::Parser::parseTrack(ByteView record)
 {
     const quint32 count = field(record, TrackRecord::ObjectCount);
     const quint32 id = field(record, TrackRecord::Id);
@@ -193,7 +193,7 @@ void itdbTrackDb::Parser::parseTrack(ByteView record)
     _tracksById.add(id, &track);
 }
 
-void itdbTrackDb::Parser::parseTrackObject(ByteView object, Track& track)
+void ITunesDbReader::Parser::parseTrackObject(ByteView object, Track& track)
 {
     switch (field(object, Object::Type)) {
     case Object::Title:
@@ -216,7 +216,7 @@ void itdbTrackDb::Parser::parseTrackObject(ByteView object, Track& track)
     }
 }
 
-QString itdbTrackDb::Parser::path(ByteView object) const
+QString ITunesDbReader::Parser::path(ByteView object) const
 {
     // As getFileSystemPath does it, without a string in between: there is one for each track.
     StringBuffer location(object);
@@ -224,7 +224,7 @@ QString itdbTrackDb::Parser::path(ByteView object) const
     return PathName::join(_reader.device().prefix(), location.view());
 }
 
-void itdbTrackDb::Parser::parsePlaylist(ByteView record, bool isMaster)
+void ITunesDbReader::Parser::parsePlaylist(ByteView record, bool isMaster)
 {
     const quint32 objectCount = field(record, PlaylistRecord::ObjectCount);
     const quint32 itemCount = field(record, PlaylistRecord::ItemCount);

@@ -1,4 +1,4 @@
-#include "Device/itdb/itdbPhotoDb.h"
+#include "Device/itdb/PhotoDatabaseReader.h"
 
 #include "Device/iPod/iPodDevice.h"
 #include "support/Files.h"
@@ -21,7 +21,7 @@ protected:
     PhotoDb& read(const QByteArray& database)
     {
         device.put(DatabasePath, database);
-        reader = itdbPhotoDb::initWithDevice(device);
+        reader = PhotoDatabaseReader::initWithDevice(device);
         (void)reader->photos();
         return *reader;
     }
@@ -58,7 +58,7 @@ ByteView viewOf(const QByteArray& bytes)
 
 TEST_F(PhotoDatabase, IsReadOnlyWhereThereIsOne)
 {
-    EXPECT_EQ(itdbPhotoDb::initWithDevice(device), nullptr);
+    EXPECT_EQ(PhotoDatabaseReader::initWithDevice(device), nullptr);
 }
 
 TEST_F(PhotoDatabase, HasEachPhotoWithItsRenditions)
@@ -220,14 +220,15 @@ TEST_F(PhotoDatabase, TakesTheLastOfSeveralKinds)
 TEST(PhotoDatabaseText, IsUtf16ForEncoding2AndElseUtf8)
 {
     const QByteArray utf16("\x0a\0\0\0\2\0\0\0????H\0e\0l\0l\0o\0", 22);
-    EXPECT_EQ(itdbPhotoDb::getStringFromMhod(viewOf(utf16), 0), "Hello");
+    EXPECT_EQ(PhotoDatabaseReader::getStringFromMhod(viewOf(utf16), 0), "Hello");
     for (const char encoding : {'\0', '\1', '\3'}) {
         QByteArray utf8("\4\0\0\0\1\0\0\0????h\xc3\xa9i", 16);
         utf8[4] = encoding;
-        EXPECT_EQ(itdbPhotoDb::getStringFromMhod(viewOf(utf8), 0), QString::fromUtf8("héi"));
+        EXPECT_EQ(PhotoDatabaseReader::getStringFromMhod(viewOf(utf8), 0),
+                  QString::fromUtf8("héi"));
     }
     const QByteArray invalid("??\2\0\0\0\1\0\0\0????\xc3(", 16);
-    EXPECT_TRUE(itdbPhotoDb::getStringFromMhod(viewOf(invalid), 2).isNull());
+    EXPECT_TRUE(PhotoDatabaseReader::getStringFromMhod(viewOf(invalid), 2).isNull());
 }
 
 TEST(PhotoDatabasePreviews, ComeFromTheSmallKind)
