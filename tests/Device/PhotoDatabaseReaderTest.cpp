@@ -220,15 +220,14 @@ TEST_F(PhotoDatabase, TakesTheLastOfSeveralKinds)
 TEST(PhotoDatabaseText, IsUtf16ForEncoding2AndElseUtf8)
 {
     const QByteArray utf16("\x0a\0\0\0\2\0\0\0????H\0e\0l\0l\0o\0", 22);
-    EXPECT_EQ(PhotoDatabaseReader::getStringFromMhod(viewOf(utf16), 0), "Hello");
+    EXPECT_EQ(PhotoDatabaseReader::textOfBody(viewOf(utf16)), "Hello");
     for (const char encoding : {'\0', '\1', '\3'}) {
         QByteArray utf8("\4\0\0\0\1\0\0\0????h\xc3\xa9i", 16);
         utf8[4] = encoding;
-        EXPECT_EQ(PhotoDatabaseReader::getStringFromMhod(viewOf(utf8), 0),
-                  QString::fromUtf8("héi"));
+        EXPECT_EQ(PhotoDatabaseReader::textOfBody(viewOf(utf8)), QString::fromUtf8("héi"));
     }
-    const QByteArray invalid("??\2\0\0\0\1\0\0\0????\xc3(", 16);
-    EXPECT_TRUE(PhotoDatabaseReader::getStringFromMhod(viewOf(invalid), 2).isNull());
+    const QByteArray invalid("\2\0\0\0\1\0\0\0????\xc3(", 14);
+    EXPECT_TRUE(PhotoDatabaseReader::textOfBody(viewOf(invalid)).isNull());
 }
 
 TEST(PhotoDatabasePreviews, ComeFromTheSmallKind)

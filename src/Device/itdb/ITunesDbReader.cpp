@@ -2,45 +2,52 @@
 
 #include "Base/PathName.h"
 #include "Device/Device.h"
+#include "Device/IdMap.h"
 #include "Device/itdb/ItdbFile.h"
-#include "Device/itdb/ItdbRecord.h"
+#include "Device/itdb/ItdbLists.h"
+#include "Device/itdb/ItdbProblems.h"
 #include "Device/itdb/StringPool.h"
-#include "Device/itdb/TrackIds.h"
 
 #include <QVarLengthArray>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 namespace
 {
 const QString FileName = QStringLiteral("iTunesDB");
 
-using ItdbRecord::eachItem;
 using ItdbRecord::field;
-using ItdbRecord::HeaderLength;
+
+constexpr quint32 DatabaseTag = ItdbRecord::tag("mhbd");
+constexpr quint32 ObjectTag = ItdbRecord::tag("mhod");
+constexpr quint32 ItemTag = ItdbRecord::tag("mhip");
+
+constexpr quint32 TrackList = 1;
+constexpr quint32 PlaylistList = 2;
+/// Those of podcasts and of smart playlists are known to be there, and not read.
+constexpr std::array Kinds = {
+    ItdbLists::Kind{TrackList, ItdbRecord::tag("mhlt"), ItdbRecord::tag("mhit")},
+    ItdbLists::Kind{PlaylistList, ItdbRecord::tag("mhlp"), ItdbRecord::tag("mhyp")},
+    ItdbLists::Kind{3, ItdbRecord::tag("mhlp"), ItdbRecord::tag("mhyp")},
+    ItdbLists::Kind{5, ItdbRecord::tag("mhlp"), ItdbRecord::tag("mhyp")}};
 
 /// Offsets in the records, in bytes.
 namespace Database // mhbd
 {
 constexpr std::size_t Version = 16;
-constexpr std::size_t DataSetCount = 20;
 } // namespace Database
-
-namespace DataSet // mhsd
-{
-constexpr std::size_t Type = 12;
-constexpr quint32 TrackList = 1;
-constexpr quint32 PlaylistList = 2;
-} // namespace DataSet
 
 namespace TrackRecord // mhit
 {
 constexpr std::size_t ObjectCount = 12;
 constexpr std::size_t Id = 16;
 constexpr std::size_t Milliseconds = 40;
+constexpr std::size_t Smallest = 44;
 constexpr std::size_t PodcastFlag = 167;
 constexpr std::size_t MediaKind = 208;
+constexpr std::size_t SmallestWithKind = 212;
 /// Records of this version and older end before the podcast flag and the media kind.
 constexpr quint32 LastVersionWithoutKind = 11;
 } // namespace TrackRecord
@@ -61,34 +68,34 @@ namespace PlaylistRecord // mhyp
 {
 constexpr std::size_t ObjectCount = 12;
 constexpr std::size_t ItemCount = 16;
+constexpr std::size_t Smallest = 20;
 } // namespace PlaylistRecord
 
 namespace Item // mhip
 {
 constexpr std::size_t TrackId = 24;
-}
+constexpr std::size_t Smallest = 28;
+} // namespace Item
 
-/// The bytes of a string object's text, an odd last one left out.
-ByteView stringBytes(ByteView object)
-{
-    const std::size_t length = field(object, Object::StringLength);
-    const ByteView bytes = Utility::bytesOfData(object, Object::String, length);
-    return bytes.first(bytes.size() / sizeof(char16_t) * sizeof(char16_t));
-}
-
-/// A string object's text on the stack. The file does not align it, so it has to be moved.
+/// A text on the stack. The file does not align it, so it has to be moved.
 class StringBuffer
 {
 public:
-    explicit StringBuffer(ByteView object)
+    explicit StringBuffer(ByteView text)
+        : _units(qsizetype(text.size() / sizeof(char16_t)))
     {
-        const ByteView bytes = stringBytes(object);
-        _units.resize(qsizetype(bytes.size() / sizeof(char16_t)));
-        if (!bytes.empty())
-            std::memcpy(_units.data(), bytes.data(), bytes.size());
+        if (!_units.isEmpty())
+            std::memcpy(_units.data(), text.data(), std::size_t(_units.size()) * sizeof(char16_t));
     }
 
-    [[nodiscard]] QStringView view() const { return {_units.data(), _units.size()}; }
+    [[nodiscard]] QStringView whole() const { return {_units.data(), _units.size()}; }
+    /// Up to the first NUL.
+    [[nodiscard]] QStringView view() const
+    {
+        const QStringView all = whole();
+        const qsizetype end = all.indexOf(QChar::Null);
+        return end < 0 ? all : all.first(end);
+    }
     char16_t* begin() { return _units.data(); }
     char16_t* end() { return _units.data() + _units.size(); }
 
@@ -106,26 +113,36 @@ public:
     {
     }
 
-    void parse(ByteView database);
+    void parse(const ItdbFile::Content& file);
 
 private:
-    void parseTrack(ByteView record);
+    bool parseTrack(const Record& record);
     void parseTrackObject(ByteView object, Track& track);
-    void parsePlaylist(ByteView record, bool isMaster);
+    bool parsePlaylist(const Record& record, bool isMaster);
+    void parseParts(const Record& record, bool isMaster, Playlist& playlist);
 
-    QString sharedText(ByteView object) { return _pool.shared(StringBuffer(object).view()); }
-    [[nodiscard]] QString path(ByteView object) const;
+    [[nodiscard]] ByteView text(ByteView object);
+    [[nodiscard]] QString ownText(ByteView object);
+    [[nodiscard]] QString nameOfList(ByteView object);
+    QString sharedText(ByteView object) { return _pool.shared(StringBuffer(text(object)).view()); }
+    [[nodiscard]] QString path(ByteView object);
+    [[nodiscard]] QString pathWithNul(const StringBuffer& location);
 
     ITunesDbReader& _reader;
     quint32 _version = 0;
-    TrackIds _tracksById;
+    IdMap<Track> _tracksById;
     StringPool _pool;
+    ItdbLists::Tally _tracks;
+    ItdbLists::Tally _playlists;
+    quint64 _contradictions = 0;
+    int _questionsLeft = 256; ///< to the device; each may take a while
 };
 
 std::unique_ptr<TrackDb> ITunesDbReader::initWithDevice(Device& device)
 {
     std::unique_ptr<ITunesDbReader> reader(new ITunesDbReader(device));
-    if (!device.fileExists(reader->_dbPath))
+    // Where the device cannot tell, reading will say why.
+    if (device.info(reader->_dbPath).failedAs(Failure::Kind::Missing))
         return nullptr;
     ItdbFile::keepForDiagnosis(device, reader->_dbPath);
     return reader;
@@ -142,62 +159,80 @@ QString ITunesDbReader::format() const
     return FileName;
 }
 
-QString ITunesDbReader::getStringFromMhod(ByteView data, std::size_t offset)
-{
-    const ByteView rest = data.subspan(std::min(offset, data.size()));
-    const ByteView bytes = stringBytes(rest);
-    QString text(qsizetype(bytes.size() / sizeof(char16_t)), Qt::Uninitialized);
-    if (!bytes.empty())
-        std::memcpy(text.data(), bytes.data(), bytes.size());
-    return text;
-}
-
 void ITunesDbReader::parse()
 {
-    const QByteArray file = ItdbFile::read(device(), _dbPath);
-    Parser(*this).parse(std::as_bytes(std::span(file.constData(), std::size_t(file.size()))));
+    const Expected<ItdbFile::Content> file = ItdbFile::read(device(), _dbPath);
+    if (file)
+        Parser(*this).parse(*file);
+    else
+        ItdbProblems(ItdbProblems::Library::Music, foundProblems()).addUnreadable(file.failure());
 }
 
-void ITunesDbReader::Parser::parse(ByteView database)
+void ITunesDbReader::Parser::parse(const ItdbFile::Content& file)
 {
-    _version = field(database, Database::Version);
-    const quint32 count = field(database, Database::DataSetCount);
-    RecordCursor dataSets(database, field(database, HeaderLength));
-    for (quint32 i = 0; i < count; ++i) {
-        const ByteView dataSet = dataSets.next();
-        const quint32 type = field(dataSet, DataSet::Type);
-        if (type == DataSet::TrackList) {
-            eachItem(dataSet, [this](ByteView record, quint32) { parseTrack(record); });
-        } else if (type == DataSet::PlaylistList) {
+    const ByteView database =
+        std::as_bytes(std::span(file.bytes.constData(), std::size_t(file.bytes.size())));
+    const ItdbLists::Contents contents =
+        ItdbLists::find(database, DatabaseTag, Kinds, _contradictions);
+    if (!contents.lists.empty())
+        _version = field(database, Database::Version);
+    for (const ItdbLists::List& list : contents.lists) {
+        if (list.kind.type == TrackList) {
+            _tracks.add(
+                ItdbLists::eachItem(list, _contradictions, [this](const Record& item, quint64) {
+                    return parseTrack(item);
+                }));
+        } else if (list.kind.type == PlaylistList) {
             // The first playlist is the whole library.
-            eachItem(dataSet,
-                     [this](ByteView record, quint32 n) { parsePlaylist(record, n == 0); });
+            const auto tally =
+                ItdbLists::eachItem(list, _contradictions, [this](const Record& item, quint64 n) {
+                    return parsePlaylist(item, n == 0);
+                });
+            _playlists.add(tally.withoutFirst());
         }
     }
+    ItdbProblems problems(ItdbProblems::Library::Music, _reader.foundProblems());
+    problems.addFile(file, contents);
+    problems.addItems(ItdbProblems::Items::Tracks, _tracks);
+    problems.addItems(ItdbProblems::Items::Playlists, _playlists);
+    if (!contents.isForeign)
+        problems.addContradictions(_contradictions);
 }
 
-void ITunesDbReader::Parser::parseTrack(ByteView record)
+bool ITunesDbReader::Parser::parseTrack(const Record& record)
 {
-    const quint32 count = field(record, TrackRecord::ObjectCount);
-    const quint32 id = field(record, TrackRecord::Id);
+    const ByteView bytes = record.bytes;
+    if (bytes.size() < TrackRecord::Smallest)
+        return false;
     Track& track = _reader.newTrack();
-    track.duration = field(record, TrackRecord::Milliseconds) / 1000.0;
+    track.duration = field(bytes, TrackRecord::Milliseconds) / 1000.0;
     if (_version > TrackRecord::LastVersionWithoutKind) {
-        track.isPodcast = Utility::readCharFromData(record, TrackRecord::PodcastFlag) != 0;
-        track.type = mediaTypeToTrackType(qint32(field(record, TrackRecord::MediaKind)));
+        if (bytes.size() >= TrackRecord::SmallestWithKind) {
+            track.isPodcast = Utility::readUCharFromData(bytes, TrackRecord::PodcastFlag) != 0;
+            track.type = mediaTypeToTrackType(qint32(field(bytes, TrackRecord::MediaKind)));
+        } else {
+            ++_contradictions;
+        }
     }
-    RecordCursor objects(record, field(record, HeaderLength));
-    for (quint32 i = 0; i < count; ++i)
-        parseTrackObject(objects.next(), track);
+    RecordWalk objects(record, field(bytes, TrackRecord::ObjectCount), {ObjectTag, 0},
+                       _contradictions);
+    while (const Record* object = objects.next()) {
+        if (!objects.isBeyondCount())
+            parseTrackObject(object->bytes, track);
+    }
+    _contradictions += objects.disagreesWithCount() ? 1 : 0;
     _reader.list(track);
-    _tracksById.add(id, &track);
+    _tracksById.set(qint32(field(bytes, TrackRecord::Id)), &track);
+    return true;
 }
 
 void ITunesDbReader::Parser::parseTrackObject(ByteView object, Track& track)
 {
+    if (object.size() < Object::Type + sizeof(quint32))
+        return;
     switch (field(object, Object::Type)) {
     case Object::Title:
-        track.title = getStringFromMhod(object, 0);
+        track.title = ownText(object);
         break;
     case Object::Location:
         track.path = path(object);
@@ -216,40 +251,100 @@ void ITunesDbReader::Parser::parseTrackObject(ByteView object, Track& track)
     }
 }
 
-QString ITunesDbReader::Parser::path(ByteView object) const
+/// The bytes of an object's text, as far as they stand in the object.
+ByteView ITunesDbReader::Parser::text(ByteView object)
+{
+    if (object.size() < Object::String) {
+        ++_contradictions;
+        return {};
+    }
+    const ByteView rest = object.subspan(Object::String);
+    const std::size_t length = field(object, Object::StringLength);
+    if (length > rest.size())
+        ++_contradictions;
+    return rest.first(std::min(length, rest.size()));
+}
+
+QString ITunesDbReader::Parser::ownText(ByteView object)
+{
+    const QString read = StringBuffer(text(object)).view().toString();
+    return read.isNull() ? QString(QLatin1String("")) : read;
+}
+
+QString ITunesDbReader::Parser::path(ByteView object)
 {
     // As getFileSystemPath does it, without a string in between: there is one for each track.
-    StringBuffer location(object);
+    StringBuffer location(text(object));
     std::replace(location.begin(), location.end(), u':', u'/');
+    if (location.view().size() < location.whole().size())
+        return pathWithNul(location);
     return PathName::join(_reader.device().prefix(), location.view());
 }
 
-void ITunesDbReader::Parser::parsePlaylist(ByteView record, bool isMaster)
+/// A text ends at its first NUL. Where nothing of that name is on the device, the NUL may be what
+/// is wrong.
+QString ITunesDbReader::Parser::pathWithNul(const StringBuffer& location)
 {
-    const quint32 objectCount = field(record, PlaylistRecord::ObjectCount);
-    const quint32 itemCount = field(record, PlaylistRecord::ItemCount);
+    const QString& prefix = _reader.device().prefix();
+    const QString usual = PathName::join(prefix, location.view());
+    QString letters = location.whole().toString();
+    letters.remove(QChar::Null);
+    if (letters.size() == location.view().size() || --_questionsLeft < 0)
+        return usual;
+    const QString other = PathName::join(prefix, letters);
+    Device& device = _reader.device();
+    return !device.fileExists(usual) && device.fileExists(other) ? other : usual;
+}
+
+bool ITunesDbReader::Parser::parsePlaylist(const Record& record, bool isMaster)
+{
+    if (record.bytes.size() < PlaylistRecord::Smallest)
+        return false;
     Playlist read;
-    // Items follow the data objects without a gap.
-    RecordCursor parts(record, field(record, HeaderLength));
-    for (quint32 i = 0; i < objectCount; ++i) {
-        const ByteView object = parts.next();
-        if (i == 0)
-            read.name = ItdbRecord::textOrEmpty(
-                object, [](ByteView text) { return getStringFromMhod(text, 0); });
-    }
-    for (quint32 i = 0; i < itemCount; ++i) {
-        const quint32 id = field(parts.next(), Item::TrackId);
-        if (Track* track = isMaster ? nullptr : _tracksById.find(id))
-            read.tracks.push_back(track);
-    }
+    parseParts(record, isMaster, read);
     if (isMaster) {
         _reader.setName(read.name);
-        return;
+        return true;
     }
-    // Linked only now: damage within a playlist must not leave links to one that is not listed.
+    // Linked only now: until here it might have been dropped.
     Playlist& playlist = _reader.newPlaylist();
     playlist = std::move(read);
     for (Track* track : playlist.tracks)
         track->playlists.push_back(&playlist);
     _reader.list(playlist);
+    return true;
+}
+
+/// The data objects of a playlist, of which the first is its name, and behind them its items.
+void ITunesDbReader::Parser::parseParts(const Record& record, bool isMaster, Playlist& playlist)
+{
+    const quint64 objectCount = field(record.bytes, PlaylistRecord::ObjectCount);
+    const quint64 itemCount = field(record.bytes, PlaylistRecord::ItemCount);
+    quint64 objects = 0;
+    quint64 items = 0;
+    RecordWalk parts(record, objectCount + itemCount, {ObjectTag, ItemTag}, _contradictions);
+    while (const Record* part = parts.next()) {
+        // By the counts, unless the tags know better.
+        const bool isObject =
+            parts.tag() == ObjectTag || (parts.tag() != ItemTag && parts.index() < objectCount);
+        if (isObject) {
+            if (objects++ == 0 && objectCount > 0)
+                playlist.name = nameOfList(part->bytes);
+        } else if (items++ < itemCount && !isMaster && part->bytes.size() >= Item::Smallest) {
+            if (Track* track = _tracksById.find(qint32(field(part->bytes, Item::TrackId))))
+                playlist.tracks.push_back(track);
+        }
+    }
+    _contradictions += objects != objectCount || items != itemCount ? 1 : 0;
+}
+
+/// The first object names a playlist whatever its type is. Of another type, it may have numbers
+/// where a text would be.
+QString ITunesDbReader::Parser::nameOfList(ByteView object)
+{
+    const bool isTitle =
+        object.size() >= Object::String && field(object, Object::Type) == Object::Title;
+    const bool fits = object.size() >= Object::String &&
+                      field(object, Object::StringLength) <= object.size() - Object::String;
+    return isTitle || fits ? ownText(object) : QString(QLatin1String(""));
 }
