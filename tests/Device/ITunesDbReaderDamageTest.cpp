@@ -81,6 +81,17 @@ QByteArray with(QByteArray database, qsizetype offset, quint32 value)
 }
 } // namespace
 
+TEST(DamagedITunesDb, HasNoProblemWhenItIsWhole)
+{
+    for (const int version : {11, 0x19}) {
+        ITunesDbWriter::Options options;
+        options.version = quint32(version);
+        EXPECT_TRUE(Reading(ITunesDbWriter::write(smallLibrary(), options)).problems.empty());
+        EXPECT_TRUE(Reading(ITunesDbWriter::write({}, options)).problems.empty());
+    }
+    EXPECT_TRUE(Reading(ITunesDbWriter::database(0x19, {})).problems.empty());
+}
+
 TEST(DamagedITunesDb, KeepsWhatWasReadBeforeACutAtAnyByte)
 {
     const QByteArray whole = ITunesDbWriter::write(smallLibrary());
@@ -182,7 +193,8 @@ TEST(DamagedITunesDb, IsReadAsFarAsItsRecordsReachAndNotCopiedWhenItsFileIsLarge
         iPodDevice device(folder.path());
         EXPECT_EQ(device.trackDb()->tracks().size(), 3U);
         EXPECT_EQ(device.trackDb()->playlists().size(), 2U);
-        EXPECT_TRUE(device.trackDb()->problems().empty());
+        EXPECT_TRUE(device.trackDb()->problems().empty())
+            << device.trackDb()->problems().begin()->text().toStdString();
         EXPECT_FALSE(QFileInfo::exists(Utility::logFolder() + "/iTunesDB"));
     }
 }

@@ -214,7 +214,7 @@ bool ITunesDbReader::Parser::parseTrack(const Record& record)
             ++_contradictions;
         }
     }
-    RecordWalk objects(record, field(bytes, TrackRecord::ObjectCount), {ObjectTag, 0},
+    RecordWalk objects(record, field(bytes, TrackRecord::ObjectCount), {ObjectTag, ObjectTag},
                        _contradictions);
     while (const Record* object = objects.next()) {
         if (!objects.isBeyondCount())

@@ -80,7 +80,7 @@ DataSets dataSetsOf(const Record& database, quint32 count, std::span<const Kind>
                     quint64& contradictions)
 {
     DataSets found;
-    RecordWalk walk(database, count, {DataSetTag, 0}, contradictions);
+    RecordWalk walk(database, count, {DataSetTag, DataSetTag}, contradictions);
     while (const Record* record = walk.next()) {
         found.haveTags = found.haveTags || walk.tag() == DataSetTag;
         if (walk.isBeyondCount() || record->bytes.size() < DataSetHeader)

@@ -66,7 +66,7 @@ Tally eachItem(const List& list, quint64& contradictions, Read read)
     tally.stated = ItdbRecord::field(bytes, ItdbRecord::ItemCount);
     tally.statesNonsense =
         !list.record.isCut && tally.stated > bytes.size() / ItdbRecord::SmallestRecord;
-    RecordWalk items(list.record, tally.stated, {list.kind.item, 0}, contradictions);
+    RecordWalk items(list.record, tally.stated, {list.kind.item, list.kind.item}, contradictions);
     while (const Record* item = items.next()) {
         if (items.isBeyondCount())
             ++tally.beyond;

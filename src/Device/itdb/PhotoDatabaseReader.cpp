@@ -245,7 +245,7 @@ bool PhotoDatabaseReader::Parser::parseImage(const Record& record)
         return false;
     Photo& photo = _reader.newPhoto();
     photo.photoId = qint32(field(record.bytes, Image::Id));
-    RecordWalk objects(record, field(record.bytes, Image::ObjectCount), {ObjectTag, 0},
+    RecordWalk objects(record, field(record.bytes, Image::ObjectCount), {ObjectTag, ObjectTag},
                        _contradictions, LocationTag);
     while (const Record* object = objects.next()) {
         if (objects.isBeyondCount() || object->bytes.size() < Object::Smallest)

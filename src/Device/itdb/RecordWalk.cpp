@@ -11,7 +11,7 @@ constexpr quint32 LongestHeader = 4096;
 bool opensRecord(ByteView bytes, std::size_t at, RecordWalk::Tags tags)
 {
     const quint32 found = ItdbRecord::field(bytes, at);
-    if (found == 0 || (found != tags[0] && found != tags[1]))
+    if (found != tags[0] && found != tags[1])
         return false;
     // A text may spell a tag. It hardly goes on as a record does.
     const quint32 header = ItdbRecord::field(bytes, at + ItdbRecord::HeaderLength);
@@ -43,9 +43,10 @@ Record ItdbRecord::nested(const Record& outer, quint32 tag, quint64& contradicti
         return {};
     }
     std::size_t start = field(bytes, HeaderLength);
-    const bool isInside = start <= bytes.size() && bytes.size() - start >= SmallestRecord;
+    const bool isInside =
+        start >= SmallestRecord && start <= bytes.size() && bytes.size() - start >= SmallestRecord;
     if (!isInside || field(bytes, start) != tag) {
-        const std::size_t found = nextRecord(bytes, SmallestRecord, {tag, 0});
+        const std::size_t found = nextRecord(bytes, SmallestRecord, {tag, tag});
         if (found < bytes.size() || !isInside)
             ++contradictions;
         start = found < bytes.size() || !isInside ? found : start;
@@ -59,7 +60,8 @@ void RecordWalk::start()
     if (_bytes.size() < ItdbRecord::SmallestRecord)
         return;
     const std::size_t first = ItdbRecord::field(_bytes, ItdbRecord::HeaderLength);
-    const bool isInside = first < _bytes.size();
+    // Shorter than its own fields no header can be.
+    const bool isInside = first >= ItdbRecord::SmallestRecord && first < _bytes.size();
     if (_count == 0 || (isInside && leadsOn(first))) {
         _next = first;
         return;
@@ -75,7 +77,8 @@ void RecordWalk::start()
             return;
         }
     }
-    _next = first;
+    if (isInside)
+        _next = first;
 }
 
 /// The record at `begin` does not lead to the next one.

@@ -49,7 +49,7 @@ Record nested(const Record& outer, quint32 tag, quint64& contradictions);
 class RecordWalk
 {
 public:
-    /// Up to two tags of the records that are walked; 0 for none.
+    /// The tags of the records that are walked; twice the same where there is one.
     using Tags = std::array<quint32, 2>;
 
     /// Starts behind the header of `parent`, which states `count` records. What contradicts what
