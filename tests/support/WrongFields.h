@@ -13,7 +13,8 @@ namespace WrongFields
 /// What a wrong number in a field may cost.
 enum class Cost {
     Nothing, ///< what stands there tells as much
-    Part,    ///< something of the record that it stands in
+    Part,    ///< something of the record that it stands in, which is said
+    Value,   ///< the same, and nothing tells that it is wrong
     Items    ///< items that nobody counts any more
 };
 
@@ -55,7 +56,7 @@ inline std::vector<quint32> valuesFor(quint32 value, QRandomGenerator& random)
 {
     std::vector<quint32> values = {value + 1, value - 1,   0,
                                    value / 2, 0x80000000U, 0xffffffffU,
-                                   12,        value + 40,  random.generate()};
+                                   12,        value + 36,  random.generate()};
     std::erase(values, value);
     return values;
 }
