@@ -11,7 +11,7 @@ class Device;
 namespace ItdbFile
 {
 /// No player holds so many tracks or photos that their database would be larger.
-constexpr qint64 MostBytes = qint64(1) << 30;
+constexpr qint64 MostBytes = qint64(512) << 20;
 
 struct Content {
     QByteArray bytes;
