@@ -3,13 +3,18 @@
 #include "support/Files.h"
 #include "support/ITunesDbWriter.h"
 #include "support/MemoryDevice.h"
+#include "support/RecordWriter.h"
 #include "support/SamplePlayer.h"
 
 #include <gtest/gtest.h>
 
+#include <ctime>
+
 namespace
 {
 namespace Writer = ITunesDbWriter;
+
+const QString DatabasePath = "/Volumes/P/iPod_Control/iTunes/iTunesDB";
 
 /// The reader of bytes that a test made.
 class ITunesDbReaderTest : public testing::Test
@@ -17,7 +22,7 @@ class ITunesDbReaderTest : public testing::Test
 protected:
     TrackDb& read(const QByteArray& database)
     {
-        device.put("/Volumes/P/iPod_Control/iTunes/iTunesDB", database);
+        device.put(DatabasePath, database);
         return *device.trackDb();
     }
 
@@ -276,4 +281,92 @@ TEST_F(ITunesDbReaderTest, ReadsTheSamplePlayer)
         EXPECT_EQ(db.tracks()[i]->genre, library.tracks[i].genre);
     }
     ASSERT_EQ(db.playlists().size(), library.playlists.size());
+}
+
+TEST_F(ITunesDbReaderTest, TakesAnyByteButZeroForAPodcast)
+{
+    for (const quint8 flag : {1, 2, 0x7f, 0x80, 0xff}) {
+        const QByteArray record = Record(Writer::track(track(1, "One"))).u8(167, flag).open();
+        const QByteArray set = Writer::dataSet(1, Writer::trackList({record}));
+        MemoryDevice player;
+        player.put(DatabasePath, Writer::database(0x19, {set}));
+        EXPECT_TRUE(player.trackDb()->tracks().at(0)->isPodcast) << int(flag);
+    }
+}
+
+TEST_F(ITunesDbReaderTest, FindsTheTracksOfEveryTrackList)
+{
+    const QByteArray mix =
+        Writer::dataSet(2, Writer::playlistList({list("Master", {}), list("Mix", {2, 1, 3})}));
+    TrackDb& db =
+        read(Writer::database(0x19, {tracksSet({track(1, "One"), track(3, "Three")}),
+                                     tracksSet({track(2, "Two"), track(3, "Other Three")}), mix}));
+    EXPECT_EQ(titles(db.tracks()), QStringList({"One", "Three", "Two", "Other Three"}));
+    EXPECT_EQ(titles(db.playlists().at(0)->tracks), QStringList({"Two", "One", "Other Three"}));
+}
+
+TEST_F(ITunesDbReaderTest, FindsTracksWhoseIdsHaveTheHighestBit)
+{
+    const TestLibrary library = {
+        "Library",
+        {track(0x80000001, "High"), track(1, "Low"), track(0xffffffff, "Last")},
+        {{"Mix", {1, 0xffffffff, 0x80000001}}}};
+    EXPECT_EQ(titles(read(Writer::write(library)).playlists().at(0)->tracks),
+              QStringList({"Low", "Last", "High"}));
+}
+
+TEST_F(ITunesDbReaderTest, EndsATextAtANul)
+{
+    TestTrack written = track(1, QString("Title") + QChar::Null + "rubbish");
+    written.artist = QString(QChar::Null);
+    const Track& found = *read(Writer::write({"Player", {written}, {}})).tracks().at(0);
+    EXPECT_EQ(found.title, "Title");
+    EXPECT_EQ(found.artist, "");
+    EXPECT_FALSE(found.artist.isNull());
+    EXPECT_TRUE(device.trackDb()->problems().empty());
+}
+
+TEST_F(ITunesDbReaderTest, KeepsALeadingByteOrderMark)
+{
+    const QString title = QString(QChar(0xfeff)) + "Title";
+    TestTrack written = track(1, title);
+    written.album = title;
+    const Track& found = *read(Writer::write({title, {written}, {{title, {}}}})).tracks().at(0);
+    EXPECT_EQ(found.title, title);
+    EXPECT_EQ(found.album, title);
+    EXPECT_EQ(device.trackDb()->name(), title);
+    EXPECT_EQ(device.trackDb()->playlists().at(0)->name, title);
+}
+
+TEST_F(ITunesDbReaderTest, TriesAPathWithANulWithAndWithoutWhatFollows)
+{
+    const QString folder = "/Volumes/P/Music/";
+    for (const char* name : {"A", "Ab.mp3", ""}) {
+        MemoryDevice player;
+        if (*name)
+            player.put(folder + name, "sound");
+        TestTrack written = track(1, "One");
+        written.location = QString(":Music:A") + QChar::Null + "b.mp3";
+        player.put(DatabasePath, Writer::write({"Player", {written}, {}}));
+        EXPECT_EQ(player.trackDb()->tracks().at(0)->path, folder + (*name ? name : "A"));
+    }
+}
+
+TEST_F(ITunesDbReaderTest, ReadsTracksAndPlaylistsInTurnAsQuicklyAsInOrder)
+{
+    // Ids in falling order, and a playlist that asks for one behind each.
+    constexpr int Sets = 20000;
+    std::vector<QByteArray> sets;
+    for (quint32 i = 0; i < Sets; ++i) {
+        TestTrack one;
+        one.id = Sets - i;
+        sets.push_back(Writer::dataSet(1, Writer::trackList({Writer::track(one)})));
+        sets.push_back(Writer::dataSet(
+            2, Writer::playlistList({Writer::playlist({}, {}), Writer::playlist({}, {one.id})})));
+    }
+    device.put(DatabasePath, Writer::database(0x19, sets));
+    const std::clock_t start = std::clock();
+    EXPECT_EQ(device.trackDb()->playlists().size(), std::size_t(Sets));
+    EXPECT_LT(double(std::clock() - start) / CLOCKS_PER_SEC,
+              2.0); // sorting each time: many times as long
 }

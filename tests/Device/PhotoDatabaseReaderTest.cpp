@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
+
 namespace
 {
 const QString DatabasePath = "/Volumes/P/Photos/Photo Database";
@@ -215,6 +217,62 @@ TEST_F(PhotoDatabase, TakesTheLastOfSeveralKinds)
     PhotoDb& db = read();
     EXPECT_EQ(db.largeCorrelationId(), 1067);
     EXPECT_EQ(db.smallCorrelationId(), 1024);
+}
+
+TEST_F(PhotoDatabase, TakesTheLaterOfTwoFullSizeFiles)
+{
+    using namespace PhotoDatabaseWriter;
+    TestThumbnail first;
+    first.fileName = ":Full:A.jpg";
+    TestThumbnail second;
+    second.fileName = ":Full:B.jpg";
+    const QByteArray record = image(
+        1, {locationObject(5, first, Encoding::Utf16), locationObject(5, second, Encoding::Utf8)});
+    PhotoDb& db = read(database({dataSet(1, list("mhli", {record}))}));
+    EXPECT_EQ(db.photos().at(0)->fullSizeFile, "/Volumes/P/Photos/Full/B.jpg");
+}
+
+TEST_F(PhotoDatabase, FindsPhotosWhoseIdsHaveTheHighestBit)
+{
+    add(0x80000001);
+    add(1);
+    add(0xffffffff);
+    library.albums = {{"Trip", {1, 0xffffffff, 0x80000001}}};
+    PhotoDb& db = read();
+    EXPECT_EQ(ids(db.albums()[0]->photos), (std::vector<int>{1, -1, -0x7fffffff}));
+}
+
+TEST_F(PhotoDatabase, FindsPhotosWhoseIdsWereChosenToMeet)
+{
+    // Multiples of a size that a table of remainders grows to.
+    constexpr quint32 Buckets = 42043;
+    constexpr quint32 Count = 39000;
+    std::vector<quint32> all;
+    for (quint32 i = 0; i < Count; ++i) {
+        add(i * Buckets);
+        all.push_back(i * Buckets);
+    }
+    library.albums = {{"Trip", all}};
+    const QByteArray bytes = PhotoDatabaseWriter::write(library);
+    const std::clock_t start = std::clock();
+    EXPECT_EQ(read(bytes).albums().at(0)->photos.size(), Count);
+    EXPECT_LT(double(std::clock() - start) / CLOCKS_PER_SEC,
+              1.5); // in one chain: many times as long
+}
+
+TEST_F(PhotoDatabase, EndsATextAtANulAndKeepsALeadingByteOrderMark)
+{
+    add(1).fullSizeFile = QString(":Full:A.jpg") + QChar::Null + "rubbish";
+    library.albums = {{QString(QChar(0xfeff)) + "Trip", {1}}, {QString(QChar::Null) + "x", {}}};
+    for (const Encoding encoding : {Encoding::Utf8, Encoding::Utf16}) {
+        PhotoDatabaseWriter::Options options;
+        options.encoding = encoding;
+        PhotoDb& db = read(PhotoDatabaseWriter::write(library, options));
+        EXPECT_EQ(db.photos()[0]->fullSizeFile, "/Volumes/P/Photos/Full/A.jpg");
+        EXPECT_EQ(db.albums()[0]->name, QString(QChar(0xfeff)) + "Trip");
+        EXPECT_EQ(db.albums()[1]->name, "");
+        EXPECT_TRUE(db.problems().empty());
+    }
 }
 
 TEST(PhotoDatabaseText, IsUtf16ForEncoding2AndElseUtf8)
