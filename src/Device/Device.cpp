@@ -10,6 +10,7 @@
 #include "Device/iPod/iPodDevice.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 
 #include <atomic>
 
@@ -170,6 +171,14 @@ CopyResult Device::copyOut(const QString& /*from*/, const QString& /*to*/,
                            std::optional<int> /*progress*/)
 {
     return {};
+}
+
+CopyResult Device::copyOutNew(const QString& from, const QString& to, std::optional<int> progress)
+{
+    const QFileInfo there(to);
+    if (there.exists() || there.isSymLink())
+        return {CopyResult::End::Taken, {}};
+    return copyOut(from, to, progress);
 }
 
 bool Device::copyOutSqlite(const QString& from, const QString& to, std::optional<int> progress)
