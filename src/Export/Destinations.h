@@ -29,7 +29,7 @@ public:
 
 private:
     /// The device's own folder.
-    struct Device {
+    struct DeviceFolder {
         Folder::Identity root;
         bool hasOwnFileSystem = false; ///< all that lies on its file system is the device
     };
@@ -44,6 +44,6 @@ private:
     static Failure onDevice();
 
     const Config& _config;
-    std::optional<Device> _device;
+    std::optional<DeviceFolder> _device;
     std::map<Config::Folder, FolderPointer> _categories;
 };

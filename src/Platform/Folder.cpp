@@ -63,6 +63,15 @@ bool isFolder(int folder, const dirent& entry)
            S_ISDIR(status.st_mode);
 }
 
+/// A folder that is opened without looking into it fails with its whole file system.
+Failure failureOfFolder(int errorNumber)
+{
+    Failure failure = SystemFailure::of(errorNumber);
+    if (errorNumber == EIO)
+        failure.kind = Failure::Kind::Lost;
+    return failure;
+}
+
 /// The system's calls end a path at its first zero and would open something else.
 bool hasZero(const QString& path)
 {
@@ -84,7 +93,7 @@ Expected<Folder> Folder::open(const QString& path)
         ::open(QFile::encodeName(path).constData(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     struct stat status = {};
     if (!opened || fstat(opened.number(), &status) != 0)
-        return SystemFailure::of(errno);
+        return failureOfFolder(errno);
     return Folder(std::move(opened), identityOf(status));
 }
 
@@ -93,7 +102,7 @@ Expected<Folder> Folder::parent() const
     Descriptor opened(openat(_descriptor.number(), "..", O_PATH | O_DIRECTORY | O_CLOEXEC));
     struct stat status = {};
     if (!opened || fstat(opened.number(), &status) != 0)
-        return SystemFailure::of(errno);
+        return failureOfFolder(errno);
     return Folder(std::move(opened), identityOf(status));
 }
 

@@ -7,6 +7,10 @@
 #include "support/PrivateMounts.h"
 #include "support/SickVolume.h"
 
+#include <QSet>
+
+#include <thread>
+
 namespace
 {
 constexpr qsizetype Chunk = 1024 * 1024;
@@ -241,8 +245,11 @@ TEST_F(ExportTrouble, ReportsACopyThatGrewAsIncomplete)
     const QString file = onDevice(add("Grows", Files::content(Chunk)));
     connect();
     host.onChunk = [&](int /*chunk*/) { return QFile::resize(file, 5 * Chunk); };
+    host.toiTunes = true;
     exportTracks();
     EXPECT_EQ(results(), QStringList("incomplete"));
+    EXPECT_TRUE(host.handedOver.isEmpty())
+        << "it may be exported again, and would stand there twice";
     EXPECT_EQ(item(0).bytes, Chunk);
 }
 
@@ -283,6 +290,32 @@ TEST_F(ExportTrouble, TakesAnotherNameWhenItsOwnIsTakenMeanwhile)
     EXPECT_EQ(item(0).to, folder + "One1.mp3");
     EXPECT_EQ(Files::read(folder + "One.mp3"), "of another export");
     EXPECT_EQ(Files::read(folder + "One1.mp3"), "first");
+}
+
+TEST_F(ExportTrouble, MixesNothingWhenTwoExportsWriteIntoOneFolder)
+{
+    for (int i = 0; i < 20; ++i)
+        add(QString("Song %1").arg(i % 5), QByteArray(300'000 + i, char('a' + i)));
+    const std::vector<Track*> tracks = connect().trackDb()->tracks();
+    ExportReport other;
+    Config otherConfig = config;
+    ScriptedHost otherHost;
+    Device::setDelegate(nullptr); // which both would share
+    std::thread rival([&] {
+        ExportJob(device, otherConfig, otherHost, other, otherHost.toStop).exportTracks(tracks);
+    });
+    ExportJob(device, config, host, report, host.toStop).exportTracks(tracks);
+    rival.join();
+    QSet<QString> paths;
+    for (const ExportReport* account : {&report, &other}) {
+        for (std::size_t i = 0; i < tracks.size(); ++i) {
+            const ExportItem& one = account->items().at(i);
+            EXPECT_EQ(one.result, ExportItem::Result::Copied);
+            EXPECT_EQ(Files::read(one.to), QByteArray(300'000 + int(i), char('a' + i)));
+            paths.insert(one.to);
+        }
+    }
+    EXPECT_EQ(paths.size(), 40) << "each has a file of its own";
 }
 
 namespace
@@ -352,6 +385,37 @@ TEST_F(LostPlayer, IsNoticedByEachCallThatFails)
     exportTracks(device->trackDb()->tracks());
     EXPECT_EQ(results(), QStringList({"failed", "failed"}));
     EXPECT_EQ(item(0).why, "The device was disconnected");
+}
+
+TEST_F(LostPlayer, IsAccountedForWhereverItFails)
+{
+    add("One", Files::content(Chunk + 5));
+    add("Two", "second");
+    add("Three", "third");
+    Files::write(path("player/iPod_Control/iTunes/iTunesDB"), ITunesDbWriter::write(library));
+    const QHash<QString, QByteArray> contents = {
+        {"One", Files::content(Chunk + 5)}, {"Two", "second"}, {"Three", "third"}};
+    for (const int error : {EIO, ENODEV}) {
+        bool failed = true;
+        for (int questions = 0; failed; ++questions) {
+            SickVolume sick(path("player"), path("sick"));
+            device = std::make_shared<iPodDevice>(path("sick"));
+            const std::vector<Track*> tracks = device->trackDb()->tracks();
+            QDir(path("out")).removeRecursively();
+            ExportReport account;
+            sick.failAfter(questions, error);
+            ExportJob(device, config, host, account, host.toStop).exportTracks(tracks);
+            ASSERT_EQ(account.items().size(), 3U) << questions;
+            for (const ExportItem& one : account.items()) {
+                EXPECT_NE(one.result, ExportItem::Result::Missing) << questions;
+                EXPECT_EQ(one.result == ExportItem::Result::Copied, one.why.isNull());
+                if (one.result == ExportItem::Result::Copied) {
+                    EXPECT_EQ(Files::read(one.to), contents[one.title]) << questions;
+                }
+            }
+            failed = account.notCopiedCount() > 0;
+        }
+    }
 }
 
 TEST_F(LostPlayer, GoesOnAfterABadBlock)

@@ -93,6 +93,27 @@ void SickVolume::failLookUps(const QString& name, int errorNumber)
     _lookUpFaults[name] = {errorNumber, 0};
 }
 
+void SickVolume::failAfter(int questions, int errorNumber)
+{
+    const std::lock_guard lock(_mutex);
+    _questionsAllowed = _questions + questions;
+    _errorOfAll = errorNumber;
+}
+
+int SickVolume::questions()
+{
+    const std::lock_guard lock(_mutex);
+    return _questions;
+}
+
+int SickVolume::errorOfNext()
+{
+    const std::lock_guard lock(_mutex);
+    const bool allowed = _questionsAllowed < 0 || _questions < _questionsAllowed;
+    ++_questions;
+    return allowed ? 0 : _errorOfAll;
+}
+
 void SickVolume::die()
 {
     if (_connection < 0)
@@ -124,55 +145,62 @@ void SickVolume::serve()
 void SickVolume::answer(const QByteArray& request)
 {
     const auto header = recordOf<fuse_in_header>(request, 0);
-    QByteArray body;
-    int error = 0;
+    if (header.opcode == FUSE_FORGET || header.opcode == FUSE_BATCH_FORGET ||
+        header.opcode == FUSE_INTERRUPT)
+        return; // nobody waits for an answer
     _name = header.nodeid >= 1 && header.nodeid <= _names.size() ? _names[header.nodeid - 1]
                                                                  : QString();
-    switch (header.opcode) {
+    int error = 0;
+    QByteArray sent = body(header.opcode, request, error);
+    if (error != 0)
+        sent.clear();
+    fuse_out_header reply = {};
+    reply.unique = header.unique;
+    reply.error = -error;
+    reply.len = std::uint32_t(sizeof reply + std::size_t(sent.size()));
+    sent.prepend(bytesOf(reply));
+    (void)!write(_connection, sent.constData(), std::size_t(sent.size()));
+}
+
+QByteArray SickVolume::body(quint32 opcode, const QByteArray& request, int& error)
+{
+    switch (opcode) {
     case FUSE_INIT: {
         fuse_init_out start = {};
         start.major = FUSE_KERNEL_VERSION;
         start.minor = MinorVersion;
         start.max_write = 4096;
-        body = bytesOf(start);
-        break;
+        return bytesOf(start);
     }
-    case FUSE_LOOKUP:
-        body = lookUp(request.sliced(sizeof header), error);
-        break;
-    case FUSE_GETATTR:
-        body = attributes(error);
-        break;
-    case FUSE_OPEN:
-    case FUSE_OPENDIR: {
-        fuse_open_out opened = {};
-        opened.open_flags = header.opcode == FUSE_OPEN ? FOPEN_DIRECT_IO : 0;
-        body = bytesOf(opened);
-        break;
-    }
-    case FUSE_READ:
-        body = bytes(request, error);
-        break;
-    case FUSE_READDIR:
-        body = entries(request);
-        break;
     case FUSE_RELEASE:
     case FUSE_RELEASEDIR:
     case FUSE_FLUSH:
+        return {};
+    default:
         break;
-    case FUSE_FORGET:
-    case FUSE_BATCH_FORGET:
-    case FUSE_INTERRUPT:
-        return; // nobody waits for an answer
+    }
+    error = errorOfNext();
+    if (error != 0)
+        return {};
+    switch (opcode) {
+    case FUSE_LOOKUP:
+        return lookUp(request.sliced(sizeof(fuse_in_header)), error);
+    case FUSE_GETATTR:
+        return attributes(error);
+    case FUSE_OPEN:
+    case FUSE_OPENDIR: {
+        fuse_open_out opened = {};
+        opened.open_flags = opcode == FUSE_OPEN ? FOPEN_DIRECT_IO : 0;
+        return bytesOf(opened);
+    }
+    case FUSE_READ:
+        return bytes(request, error);
+    case FUSE_READDIR:
+        return entries(request);
     default:
         error = ENOSYS;
+        return {};
     }
-    fuse_out_header reply = {};
-    reply.unique = header.unique;
-    reply.error = -error;
-    reply.len = std::uint32_t(sizeof reply + (error == 0 ? std::size_t(body.size()) : 0));
-    const QByteArray sent = bytesOf(reply) + (error == 0 ? body : QByteArray());
-    (void)!write(_connection, sent.constData(), std::size_t(sent.size()));
 }
 
 QByteArray SickVolume::lookUp(const QByteArray& name, int& error)

@@ -23,6 +23,10 @@ public:
     void failReads(const QString& name, int errorNumber, qint64 offset = 0);
     /// From now on, nobody can tell what stands at the name.
     void failLookUps(const QString& name, int errorNumber);
+    /// Lets so many questions of the kernel pass; all that follow fail.
+    void failAfter(int questions, int errorNumber);
+    /// The questions so far.
+    [[nodiscard]] int questions();
     /// Ends the answers, as when a driver dies: all calls fail, and the volume stays mounted.
     void die();
 
@@ -34,6 +38,10 @@ private:
 
     void serve();
     void answer(const QByteArray& request);
+    /// What a question is answered with, or an error.
+    QByteArray body(quint32 opcode, const QByteArray& request, int& error);
+    /// Counts a question; the error that it is answered with, or 0.
+    int errorOfNext();
     QByteArray lookUp(const QByteArray& name, int& error);
     QByteArray attributes(int& error);
     QByteArray entries(const QByteArray& request);
@@ -52,5 +60,8 @@ private:
     std::mutex _mutex;           ///< guards the faults
     QHash<QString, Fault> _readFaults;
     QHash<QString, Fault> _lookUpFaults;
+    int _questions = 0;
+    int _questionsAllowed = -1; ///< no limit
+    int _errorOfAll = 0;
     std::thread _server;
 };
