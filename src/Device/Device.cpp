@@ -9,6 +9,7 @@
 #include "Device/VoiceMemoDb.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 
 #include <atomic>
 
@@ -169,6 +170,14 @@ CopyResult Device::copyOut(const QString& /*from*/, const QString& /*to*/,
                            std::optional<int> /*progress*/)
 {
     return {};
+}
+
+CopyResult Device::copyOutNew(const QString& from, const QString& to, std::optional<int> progress)
+{
+    const QFileInfo there(to);
+    if (there.exists() || there.isSymLink())
+        return {CopyResult::End::Taken, {}};
+    return copyOut(from, to, progress);
 }
 
 bool Device::copyOutSqlite(const QString& from, const QString& to, std::optional<int> progress)

@@ -114,7 +114,7 @@ TEST_F(iPhoneDeviceOnAPhone, CreatesNothingForASourceThatIsMissing)
     EXPECT_FALSE(QFileInfo::exists(out()));
 }
 
-TEST_F(iPhoneDeviceOnAPhone, LeavesAnEmptyFileForASourceThatCannotBeOpened)
+TEST_F(iPhoneDeviceOnAPhone, LeavesTheFormerFileForASourceThatCannotBeOpened)
 {
     Files::write(onPhone("/a"), "a");
     Files::write(out(), "former");
@@ -122,8 +122,19 @@ TEST_F(iPhoneDeviceOnAPhone, LeavesAnEmptyFileForASourceThatCannotBeOpened)
     const CopyResult result = device.copyOut("/a", out(), 0);
     EXPECT_TRUE(bool(result));
     EXPECT_EQ(result.end, End::Incomplete);
-    EXPECT_EQ(Files::read(out()), "");
+    EXPECT_EQ(Files::read(out()), "former");
     EXPECT_TRUE(delegate.progress.empty());
+}
+
+TEST_F(iPhoneDeviceOnAPhone, SaysThatANameIsTakenWhereNothingIsToBeReplaced)
+{
+    Files::write(onPhone("/a"), "a");
+    Files::write(out(), "former");
+    EXPECT_EQ(device.copyOutNew("/a", out(), 0).end, End::Taken);
+    EXPECT_EQ(Files::read(out()), "former");
+    ASSERT_TRUE(QFile::remove(out()));
+    EXPECT_EQ(device.copyOutNew("/a", out(), 0).end, End::Whole);
+    EXPECT_EQ(Files::read(out()), "a");
 }
 
 TEST_F(iPhoneDeviceOnAPhone, ReplacesAFileThatExists)

@@ -43,9 +43,10 @@ std::span<const std::byte> view(const QByteArray& bytes)
 }
 } // namespace
 
-PhoneCopy::PhoneCopy(AFCDevice& phone, std::optional<int> progress)
+PhoneCopy::PhoneCopy(AFCDevice& phone, std::optional<int> progress, File::Mode mode)
     : _phone(phone)
     , _progress(progress)
+    , _mode(mode)
 {
 }
 
@@ -112,13 +113,15 @@ CopyResult PhoneCopy::copyFolder(const QString& from, const QString& to, Depth d
 CopyResult PhoneCopy::copyFile(const QString& from, const QString& to, double total)
 {
     AFCInterface& files = _phone.deviceInterface();
-    File destination(to, File::Mode::Create);
-    if (!destination.isOpen())
-        return {End::Failed, destination.error()};
     const quint64 handle = files.openFileAtPath(from, ReadMode);
     if (handle == 0)
         return isLost() ? ended(End::Incomplete, "The connection to the device was lost")
                         : ended(End::Incomplete, "The file on the device could not be opened");
+    File destination(to, _mode);
+    if (!destination.isOpen()) {
+        files.closeFileLater(handle);
+        return {destination.wasTaken() ? End::Taken : End::Failed, destination.error()};
+    }
     AFCFileReader reader(files, handle, total);
     CopyResult result = copyChunks(reader, total, destination);
     files.closeFileLater(handle); // the last read was answered: this answer tells nothing new

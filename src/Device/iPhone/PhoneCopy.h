@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Device/CopyResult.h"
+#include "Platform/File.h"
 
 #include <QString>
 
@@ -8,14 +9,14 @@
 
 class AFCDevice;
 class AFCFileReader;
-class File;
 
 /// One copy of a file or of a whole folder out of a phone, each chunk announced to the devices'
 /// delegate before it is written.
 class PhoneCopy
 {
 public:
-    PhoneCopy(AFCDevice& phone, std::optional<int> progress);
+    /// `mode` says what becomes of a file that has the destination's name.
+    PhoneCopy(AFCDevice& phone, std::optional<int> progress, File::Mode mode);
 
     CopyResult copy(const QString& from, const QString& to);
 
@@ -34,5 +35,6 @@ private:
 
     AFCDevice& _phone;
     std::optional<int> _progress;
+    File::Mode _mode;
     int _entries = 0;
 };

@@ -113,7 +113,13 @@ bool iPhoneDevice::isDirectory(const QString& path)
 CopyResult iPhoneDevice::copyOut(const QString& from, const QString& to,
                                  std::optional<int> progress)
 {
-    return PhoneCopy(*_afcDevice, progress).copy(from, to);
+    return PhoneCopy(*_afcDevice, progress, File::Mode::Create).copy(from, to);
+}
+
+CopyResult iPhoneDevice::copyOutNew(const QString& from, const QString& to,
+                                    std::optional<int> progress)
+{
+    return PhoneCopy(*_afcDevice, progress, File::Mode::CreateNew).copy(from, to);
 }
 
 CameraRollDb* iPhoneDevice::cameraRollDb()

@@ -40,6 +40,8 @@ public:
     /// Copies files and whole folders. A stop inside a folder ends only the file it is asked in.
     CopyResult copyOut(const QString& from, const QString& to,
                        std::optional<int> progress) override;
+    CopyResult copyOutNew(const QString& from, const QString& to,
+                          std::optional<int> progress) override;
     CameraRollDb* cameraRollDb() override;
 
 private:
