@@ -6,7 +6,7 @@
 #include "Device/PhotoDb.h"
 #include "Device/TrackDb.h"
 #include "Device/VoiceMemoDb.h"
-#include "Device/iPhone/iPhoneDevice.h"
+#include "Device/iPhone/PhoneDevice.h"
 #include "Device/iPod/iPodDevice.h"
 
 #include <QCoreApplication>
@@ -47,6 +47,11 @@ bool DeviceDelegate::exported(double /*progress*/)
     return true;
 }
 
+bool DeviceDelegate::waited(double progress)
+{
+    return exported(progress);
+}
+
 void Device::setDelegate(DeviceDelegate* delegate)
 {
     theDelegate = delegate;
@@ -60,14 +65,14 @@ DeviceDelegate* Device::delegate()
 Device::Devices Device::init()
 {
     Devices devices;
-    addFamily(devices, iPhoneDevice::init());
+    addFamily(devices, PhoneDevice::init());
     addFamily(devices, iPodDevice::init());
     return devices;
 }
 
 void Device::uninit()
 {
-    iPhoneDevice::uninit();
+    PhoneDevice::uninit();
     iPodDevice::uninit();
 }
 
