@@ -1,6 +1,6 @@
 #include "Device/Formats.h"
 
-#include "Device/iPhone/iPhoneDevice.h"
+#include "Device/iPhone/PhoneDevice.h"
 #include "Device/iPod/iPodDevice.h"
 #include "Device/itdb/ITunesDbReader.h"
 #include "Device/itdb/PhotoDatabaseReader.h"
@@ -10,7 +10,7 @@
 
 const std::vector<DeviceFamily>& Formats::families()
 {
-    static const std::vector<DeviceFamily> all = {{iPhoneDevice::init, iPhoneDevice::uninit},
+    static const std::vector<DeviceFamily> all = {{PhoneDevice::init, PhoneDevice::uninit},
                                                   {iPodDevice::init, iPodDevice::uninit}};
     return all;
 }

@@ -1,8 +1,6 @@
-#include "Device/iPhone/AFCFailure.h"
+#include "Device/iPhone/PhoneFailure.h"
 
 #include "Platform/MobileDevice.h"
-
-#include <QCoreApplication>
 
 namespace
 {
@@ -19,22 +17,6 @@ enum Answer {
     EscrowLocked = -35
 };
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("AFCFailure", text);
-}
-
-QString wordsForNoAnswer()
-{
-    return tr("The phone does not answer. Unlock it and connect it again.");
-}
-
-QString wordsForNoService()
-{
-    return tr("The service usbmuxd, which reaches phones over USB, is not running. Install or "
-              "start it, then connect the phone again.");
-}
-
 bool isServiceReachable()
 {
     std::vector<QString> identifiers;
@@ -42,7 +24,7 @@ bool isServiceReachable()
 }
 } // namespace
 
-AFCFailure::AFCFailure(Step step, int code, const QString& reason)
+PhoneFailure::PhoneFailure(Step step, int code, const QString& reason)
     : Exception(QStringLiteral("AFCDevice"), reason)
     , _step(step)
     , _code(code)
@@ -50,10 +32,10 @@ AFCFailure::AFCFailure(Step step, int code, const QString& reason)
 {
 }
 
-QString AFCFailure::words() const
+QString PhoneFailure::words() const
 {
     if (_step == Step::Connect)
-        return _isServiceReachable ? wordsForNoAnswer() : wordsForNoService();
+        return _isServiceReachable ? noAnswer() : noService();
     if (_step == Step::Use)
         return tr("The phone has stopped answering. Unlock it; it is opened again as soon as it "
                   "answers.");
@@ -76,12 +58,38 @@ QString AFCFailure::words() const
     }
     if (_step == Step::StartService || _step == Step::Open)
         return tr("The phone does not give access to its files. Unlock it and connect it again.");
-    return wordsForNoAnswer();
+    return noAnswer();
 }
 
-QString AFCFailure::wordsFor(const Exception& exception)
+QString PhoneFailure::wordsFor(const Exception& exception)
 {
-    if (const auto* failure = dynamic_cast<const AFCFailure*>(&exception))
+    if (const auto* failure = dynamic_cast<const PhoneFailure*>(&exception))
         return failure->words();
-    return exception.name() == u"AFCFactory" ? wordsForNoService() : wordsForNoAnswer();
+    return exception.name() == u"AFCFactory" ? noService() : noAnswer();
+}
+
+QString PhoneFailure::noAnswer()
+{
+    return tr("The phone does not answer. Unlock it and connect it again.");
+}
+
+QString PhoneFailure::noService()
+{
+    return tr("The service usbmuxd, which reaches phones over USB, is not running. Install or "
+              "start it, then connect the phone again.");
+}
+
+Failure PhoneFailure::lost(PhoneFileService::Loss loss)
+{
+    switch (loss) {
+    case PhoneFileService::Loss::None:
+    case PhoneFileService::Loss::Disconnected:
+        break;
+    case PhoneFileService::Loss::Silent:
+        return {Failure::Kind::Lost, tr("The device does not answer"), {}};
+    case PhoneFileService::Loss::Nonsense:
+        return {
+            Failure::Kind::Lost, tr("The device does not answer in a way that makes sense"), {}};
+    }
+    return {Failure::Kind::Lost, tr("The device was disconnected"), {}};
 }

@@ -1,5 +1,6 @@
-#include "Device/iPhone/AFCFactory.h"
-#include "Device/iPhone/iPhoneDevice.h"
+#include "Device/iPhone/PhoneFamily.h"
+
+#include "Device/iPhone/PhoneDevice.h"
 #include "support/EventLoop.h"
 #include "support/PrivateMounts.h"
 #include "support/RecordingDelegate.h"
@@ -50,7 +51,7 @@ private:
 
 TEST_F(PhoneWithoutService, HearsThatTheServiceIsNotRunning)
 {
-    (void)iPhoneDevice::init();
+    (void)PhoneDevice::init();
     ASSERT_TRUE(waitUntil([&] { return delegate.failures.size() == 1; }));
     EXPECT_TRUE(delegate.failureWords[0].contains("usbmuxd"));
     EXPECT_TRUE(
@@ -58,16 +59,62 @@ TEST_F(PhoneWithoutService, HearsThatTheServiceIsNotRunning)
     EXPECT_TRUE(delegate.events.isEmpty());
 }
 
+TEST(PhoneSubscription, SaysWhyThereIsNone)
+{
+    RecordingDelegate delegate;
+    PhoneFamily& family = PhoneFamily::make([](const auto&) { return -19; });
+    EXPECT_TRUE(family.start().empty());
+    EXPECT_EQ(delegate.failures,
+              QStringList{"AMDeviceNotificationSubscribe failed with error -19"});
+    EXPECT_TRUE(delegate.failureWords[0].contains("usbmuxd"));
+    family.stop();
+}
+
+TEST_F(PhoneHub, KnowsWhetherAPhoneThatIsThereIsStillBeingOpened)
+{
+    const auto phone = newPhone("one");
+    PhoneFaults faults;
+    faults.hangsAtDoor = true;
+    phone->setFaults(faults);
+    (void)PhoneDevice::init();
+    EXPECT_FALSE(PhoneDevice::isOpening());
+    usb.attach(phone);
+    ASSERT_TRUE(waitUntil([] { return PhoneDevice::isOpening(); }));
+    phone->setFaults({});
+    ASSERT_TRUE(hears({"+one"}));
+    EXPECT_FALSE(PhoneDevice::isOpening());
+
+    const auto gone = newPhone("two");
+    gone->setFaults(faults);
+    usb.attach(gone);
+    ASSERT_TRUE(waitUntil([] { return PhoneDevice::isOpening(); }));
+    usb.detach(gone);
+    EXPECT_TRUE(waitUntil([] { return !PhoneDevice::isOpening(); }));
+}
+
+TEST_F(PhoneHub, AnnouncesPhonesOnceMoreWhenItStartsAgain)
+{
+    usb.attach(newPhone("one"));
+    (void)PhoneDevice::init();
+    ASSERT_TRUE(hears({"+one"}));
+    PhoneDevice::uninit();
+    EXPECT_TRUE(delegate.last->info("/").failedAs(Failure::Kind::Stopped))
+        << "nobody waits any more";
+    (void)PhoneDevice::init();
+    ASSERT_TRUE(hears({"+one", "+one"}));
+    EXPECT_TRUE(delegate.last->info("/"));
+}
+
 TEST_F(PhoneHub, AnnouncesPhonesThatAreThereAlreadyAsArrivals)
 {
     const auto phone = newPhone("one");
     usb.attach(phone);
-    EXPECT_TRUE(iPhoneDevice::init().empty());
+    EXPECT_TRUE(PhoneDevice::init().empty());
     ASSERT_TRUE(hears({"+one"}));
     EXPECT_EQ(delegate.last->prefix(), "/");
     EXPECT_TRUE(delegate.last->isDirectory("/iTunes_Control"));
-    EXPECT_TRUE(iPhoneDevice::hasHeardOf({"one"}));
-    EXPECT_FALSE(iPhoneDevice::hasHeardOf({"one", "two"}));
+    EXPECT_TRUE(PhoneDevice::hasHeardOf({"one"}));
+    EXPECT_FALSE(PhoneDevice::hasHeardOf({"one", "two"}));
 }
 
 TEST_F(PhoneHub, AnnouncesPhonesThatComeAndGo)
@@ -84,6 +131,7 @@ TEST_F(PhoneHub, AnnouncesPhonesThatComeAndGo)
     ASSERT_TRUE(hears({"+one", "+two", "-one"}));
     EXPECT_EQ(delegate.last, device);
     EXPECT_FALSE(device->isDirectory("/iTunes_Control"));
+    EXPECT_EQ(device->whyGone()->words, "The device was disconnected");
     usb.attach(first);
     ASSERT_TRUE(hears({"+one", "+two", "-one", "+one"}));
     EXPECT_TRUE(delegate.failures.isEmpty());
@@ -173,6 +221,7 @@ TEST_F(PhoneHub, OpensAPhoneAgainThatHasHung)
     faults.hangAfterOperations = 0;
     phone->setFaults(faults);
     EXPECT_FALSE(device->isDirectory("/iTunes_Control")); // after all the patience there is
+    EXPECT_EQ(device->whyGone()->words, "The device does not answer");
     ASSERT_TRUE(waitUntil([&] { return delegate.failures.size() == 1; }));
     EXPECT_EQ(delegate.failures[0], "AFCConnection failed with error 30");
     EXPECT_TRUE(delegate.failureWords[0].contains("stopped answering"));
@@ -224,9 +273,9 @@ TEST_F(PhoneHub, ChangesNothingWhenAnUnknownPhoneLeaves)
     (void)Device::init();
     usb.attach(newPhone("one"));
     ASSERT_TRUE(hears({"+one"}));
-    AFCFactory::factory().notify(MobileDevice::Message::Disconnected, {4711, 0, "one"});
-    AFCFactory::factory().notify(MobileDevice::Message::Paired, {4711, 0, "one"});
-    AFCFactory::factory().notify(MobileDevice::Message(7), {1, 0, "one"}); // of no known kind
+    PhoneFamily::shared().notify(MobileDevice::Message::Disconnected, {4711, 0, "one"});
+    PhoneFamily::shared().notify(MobileDevice::Message::Paired, {4711, 0, "one"});
+    PhoneFamily::shared().notify(MobileDevice::Message(7), {1, 0, "one"}); // of no known kind
     QCoreApplication::processEvents();
     EXPECT_EQ(delegate.events, QStringList{"+one"});
 }
@@ -250,7 +299,7 @@ TEST_F(PhoneHub, LetsALaterPhoneOfTheSameIdentifierReplaceTheEarlier)
 TEST_F(PhoneHub, SaysSoWhenNoDeviceCouldBeMade)
 {
     (void)Device::init();
-    iPhoneDevice::AFCDeviceWasConnected(nullptr);
+    PhoneFamily::shared().arrived(nullptr);
     ASSERT_TRUE(waitUntil([&] { return delegate.failures.size() == 1; }));
     EXPECT_EQ(delegate.failures[0], "Error occurred when trying to init AFC device.");
 }
@@ -273,9 +322,9 @@ TEST_F(PhoneHub, NeedsNoListener)
     (void)Device::init();
     const auto phone = newPhone("one");
     usb.attach(phone);
-    EXPECT_TRUE(waitUntil([] { return iPhoneDevice::hasHeardOf({"one"}); }));
+    EXPECT_TRUE(waitUntil([] { return PhoneDevice::hasHeardOf({"one"}); }));
     usb.detach(phone);
-    iPhoneDevice::AFCDeviceWasConnected(nullptr);
+    PhoneFamily::shared().arrived(nullptr);
     QThread::msleep(200);
     QCoreApplication::processEvents();
     EXPECT_TRUE(delegate.events.isEmpty());
