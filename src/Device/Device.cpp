@@ -3,11 +3,10 @@
 #include "Device/BookDb.h"
 #include "Device/CameraRollDb.h"
 #include "Device/DeviceDelegate.h"
+#include "Device/Formats.h"
 #include "Device/PhotoDb.h"
 #include "Device/TrackDb.h"
 #include "Device/VoiceMemoDb.h"
-#include "Device/iPhone/iPhoneDevice.h"
-#include "Device/iPod/iPodDevice.h"
 
 #include <QCoreApplication>
 
@@ -60,15 +59,15 @@ DeviceDelegate* Device::delegate()
 Device::Devices Device::init()
 {
     Devices devices;
-    addFamily(devices, iPhoneDevice::init());
-    addFamily(devices, iPodDevice::init());
+    for (const DeviceFamily& family : Formats::families())
+        addFamily(devices, family.start());
     return devices;
 }
 
 void Device::uninit()
 {
-    iPhoneDevice::uninit();
-    iPodDevice::uninit();
+    for (const DeviceFamily& family : Formats::families())
+        family.stop();
 }
 
 void Device::addFamily(Devices& devices, const Devices& family)

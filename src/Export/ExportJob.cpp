@@ -82,10 +82,10 @@ void ExportJob::exportPlaylists(const std::vector<Playlist*>& playlists)
 
 void ExportJob::run(const std::vector<Entry>& entries)
 {
-    const std::optional<bool> toiTunes = _host.checkToiTunes();
-    if (!toiTunes || entries.empty())
+    const std::optional<bool> handsOver = _host.askForHandOver();
+    if (!handsOver || entries.empty())
         return;
-    _toiTunes = *toiTunes;
+    _handsOver = *handsOver;
     exportEach(
         entries.size(), [&](std::size_t i) { return itemFor(*entries[i].track); },
         [&](std::size_t i) { return exportOne(entries[i], int(i)); });
@@ -119,11 +119,11 @@ ExportJob::Next ExportJob::exportOne(const Entry& entry, int index)
                  [&](ExportItem& it) { copy(it, index); }});
     const Next next = after(item);
     const bool handOver =
-        _toiTunes && (item.result == Result::Copied || item.result == Result::Incomplete);
+        _handsOver && (item.result == Result::Copied || item.result == Result::Incomplete);
     const QString to = item.to;
     report(std::move(item));
     if (handOver)
-        _host.exportToiTunes(to, track.playlists);
+        _host.handOver(to, track.playlists);
     return next;
 }
 
@@ -228,7 +228,7 @@ bool ExportJob::namesNoFile(const QString& path) const
     return PathName::extension(clean).isEmpty() && _device->isDirectory(path);
 }
 
-QString ExportJob::destinationProblem(Config::Folder category) const
+QString ExportJob::destinationProblem(Section category) const
 {
     const QString root = _device->localRoot();
     if (root.isNull())

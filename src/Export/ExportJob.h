@@ -49,7 +49,7 @@ private:
     enum class Next { GoOn, Cancel };
     /// How one item goes: where to, and what writes it there.
     struct Way {
-        Config::Folder folder = Config::Folder::Music;
+        Section folder = Section::Music;
         std::function<ExportPath()> path;
         std::function<void(ExportItem& item)> write;
     };
@@ -71,7 +71,7 @@ private:
     [[nodiscard]] bool hasFullSizeFile(const Photo& photo) const;
     /// Writes the last of a photo's large renditions that can be decoded.
     void writeRendition(const Photo& photo, ExportItem& item);
-    [[nodiscard]] QString destinationProblem(Config::Folder folder) const;
+    [[nodiscard]] QString destinationProblem(Section folder) const;
     void report(ExportItem item);
     /// Whether `path` is no item's own file: a row without a location leads to the root of the
     /// device or to one of the library's folders.
@@ -82,5 +82,5 @@ private:
     ExportHost& _host;
     ExportReport& _report;
     const std::atomic<bool>& _toStop;
-    bool _toiTunes = false;
+    bool _handsOver = false;
 };

@@ -22,37 +22,17 @@ QString subfolder(const Track& track, const Playlist* playlist)
 {
     if (playlist)
         return playlist->name;
-    const MediaCategory category = track.category();
-    if (category == MediaCategory::Ringtones || category == MediaCategory::VoiceMemos)
+    const Section category = track.category();
+    if (category == Section::Ringtones || category == Section::VoiceMemos)
         return {};
     return PathName::join(orUnknown(track.artist, QStringLiteral("Unknown Artist")),
                           orUnknown(track.album, QStringLiteral("Unknown Album")));
 }
 } // namespace
 
-Config::Folder ExportPath::folderOf(const Track& track, const Playlist* playlist)
+Section ExportPath::folderOf(const Track& track, const Playlist* playlist)
 {
-    if (playlist)
-        return Config::Folder::Playlists;
-    switch (track.category()) {
-    case MediaCategory::Music:
-        return Config::Folder::Music;
-    case MediaCategory::Movies:
-        return Config::Folder::Movies;
-    case MediaCategory::TVShows:
-        return Config::Folder::TVShows;
-    case MediaCategory::Podcasts:
-        return Config::Folder::Podcasts;
-    case MediaCategory::Audiobooks:
-        return Config::Folder::Audiobooks;
-    case MediaCategory::Ringtones:
-        return Config::Folder::Ringtones;
-    case MediaCategory::Books:
-        return Config::Folder::Books;
-    case MediaCategory::VoiceMemos:
-        return Config::Folder::VoiceMemos;
-    }
-    return Config::Folder::Music;
+    return playlist ? Section::Playlists : track.category();
 }
 
 ExportPath ExportPath::trackPath(const Track& track, const Playlist* playlist, const Config& config)
@@ -79,9 +59,9 @@ ExportPath ExportPath::below(const QString& category, const QString& path)
     return result;
 }
 
-Config::Folder ExportPath::folderOf(const Photo& photo)
+Section ExportPath::folderOf(const Photo& photo)
 {
-    return photo.photoId == 0 ? Config::Folder::CameraRoll : Config::Folder::Photos;
+    return photo.photoId == 0 ? Section::CameraRoll : Section::Photos;
 }
 
 ExportPath ExportPath::photoPath(const Photo& photo, const Config& config)

@@ -21,7 +21,7 @@ public:
     QString folderError;
 
     /// The setting that a track's folder comes from; `playlist` is null outside a playlist.
-    static Config::Folder folderOf(const Track& track, const Playlist* playlist);
+    static Section folderOf(const Track& track, const Playlist* playlist);
 
     /// The full path for a track's file; its containing folder is made. In a playlist:
     /// playlists folder / playlist / title; ringtones and voice memos: category folder / title;
@@ -35,7 +35,7 @@ public:
     /// lead out of these folders, or names no file, is refused.
     static ExportPath photoPath(const Photo& photo, const Config& config);
     /// The setting that a photo's folder comes from.
-    static Config::Folder folderOf(const Photo& photo);
+    static Section folderOf(const Photo& photo);
 
 private:
     /// Refuses what leads out of `category`, and makes the folder of all else.

@@ -26,8 +26,8 @@ MusicHandOver::MusicHandOver(ExportReport& report, Create create)
 
 MusicHandOver::~MusicHandOver() = default;
 
-void MusicHandOver::exportToiTunes(const QString& path, const std::vector<Playlist*>& playlists,
-                                   const MusicLibrary::Stop& stop)
+void MusicHandOver::handOver(const QString& path, const std::vector<Playlist*>& playlists,
+                             const MusicLibrary::Stop& stop)
 {
     if (!ready(path, stop))
         return;

@@ -25,8 +25,8 @@ public:
 
     /// Adds an exported file, and gives it to each of the playlists, in order; those that are
     /// missing are made, and smart ones left alone. `stop` ends the waiting.
-    void exportToiTunes(const QString& path, const std::vector<Playlist*>& playlists,
-                        const MusicLibrary::Stop& stop);
+    void handOver(const QString& path, const std::vector<Playlist*>& playlists,
+                  const MusicLibrary::Stop& stop);
 
 private:
     using Outcome = MusicLibrary::Outcome;

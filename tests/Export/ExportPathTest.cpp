@@ -13,8 +13,8 @@ class TrackPath : public testing::Test
 protected:
     TrackPath()
     {
-        for (int i = 0; i < Config::FolderCount; ++i)
-            config.setFolderPath(Config::Folder(i), path(Config::folderName(Config::Folder(i))));
+        for (int i = 0; i < int(Sections::Count); ++i)
+            config.setFolderPath(Section(i), path(Sections::folderName(Section(i))));
         track.title = "Title";
         track.artist = "Artist";
         track.album = "Album";

@@ -70,8 +70,8 @@ class PhotoPath : public testing::Test
 protected:
     PhotoPath()
     {
-        config.setFolderPath(Config::Folder::Photos, _folder.filePath("P"));
-        config.setFolderPath(Config::Folder::CameraRoll, _folder.filePath("C"));
+        config.setFolderPath(Section::Photos, _folder.filePath("P"));
+        config.setFolderPath(Section::CameraRoll, _folder.filePath("C"));
     }
     /// Below the temporary folder; "refused" when it is.
     QString destination()
@@ -332,7 +332,7 @@ TEST_F(PhotoJob, SaysWhyARenditionCouldNotBeWritten)
 TEST_F(PhotoJob, WritesNothingOntoTheDevice)
 {
     addFullSize(57, "A.jpg", "new");
-    config.setFolderPath(Config::Folder::Photos, path("player/Photos/out"));
+    config.setFolderPath(Section::Photos, path("player/Photos/out"));
     exportPhotos();
     EXPECT_EQ(results(), QStringList("failed"));
     EXPECT_FALSE(QFileInfo::exists(path("player/Photos/out")));

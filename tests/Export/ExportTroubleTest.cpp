@@ -144,7 +144,7 @@ TEST_F(ExportTrouble, RefusesANameWithAZero)
 TEST_F(ExportTrouble, WritesNothingToTheDeviceItself)
 {
     add("One", "first");
-    config.setMusicDir(path("player/iPod_Control/Out/Music"));
+    config.setFolderPath(Section::Music, path("player/iPod_Control/Out/Music"));
     exportTracks();
     EXPECT_EQ(results(), QStringList("failed"));
     EXPECT_FALSE(QFileInfo::exists(path("player/iPod_Control/Out")));
@@ -155,7 +155,7 @@ TEST_F(ExportTrouble, WritesNothingToTheDeviceThroughALink)
     add("One", "first");
     QDir().mkpath(path("out"));
     ASSERT_TRUE(QFile::link(path("player"), out("link")));
-    config.setMusicDir(out("link/Music"));
+    config.setFolderPath(Section::Music, out("link/Music"));
     exportTracks();
     EXPECT_EQ(results(), QStringList("failed"));
     EXPECT_FALSE(QFileInfo::exists(path("player/Music")));

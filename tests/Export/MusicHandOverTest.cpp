@@ -78,7 +78,7 @@ protected:
         std::vector<Playlist*> playlists;
         for (Playlist& playlist : owned)
             playlists.push_back(&playlist);
-        handOver.exportToiTunes(path, playlists, [this] { return stopped; });
+        handOver.handOver(path, playlists, [this] { return stopped; });
     }
     QStringList whys() const
     {

@@ -1,19 +1,20 @@
 #pragma once
 
-#include "Window/Views/View.h"
+#include "Window/Views/PhotoPainter.h"
 
 #include <QStyledItemDelegate>
 
 /// An item of the photo grid as the toolkit sees it: it hands the state on to its view.
-class CollectionViewItem final : public QStyledItemDelegate
+class PhotoDelegate final : public QStyledItemDelegate
 {
     Q_OBJECT
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     /// The view of an item, as it looks now.
-    [[nodiscard]] View view(const QStyleOptionViewItem& option, const QModelIndex& index) const;
-    static void setSelected(View& view, bool selected) { view.setSelected(selected); }
+    [[nodiscard]] PhotoPainter painterFor(const QStyleOptionViewItem& option,
+                                          const QModelIndex& index) const;
+    static void setSelected(PhotoPainter& view, bool selected) { view.setSelected(selected); }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;

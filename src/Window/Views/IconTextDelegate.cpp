@@ -1,4 +1,4 @@
-#include "Window/Views/ImageAndTextCell.h"
+#include "Window/Views/IconTextDelegate.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -10,23 +10,23 @@ namespace
 constexpr int GapBeforeImage = 3;
 }
 
-ImageAndTextCell::ImageAndTextCell(QObject* parent)
+IconTextDelegate::IconTextDelegate(QObject* parent)
     : QStyledItemDelegate(parent)
 {
 }
 
-void ImageAndTextCell::setWillDisplayCell(const WillDisplayCell& willDisplayCell)
+void IconTextDelegate::setWillDisplayCell(const WillDisplayCell& willDisplayCell)
 {
     _willDisplayCell = willDisplayCell;
 }
 
-QSize ImageAndTextCell::cellSize(QSize textSize) const
+QSize IconTextDelegate::cellSize(QSize textSize) const
 {
     const int imageWidth = _image.isNull() ? 0 : _imageSize.width();
     return textSize + QSize(imageWidth + GapBeforeImage, 0);
 }
 
-QRect ImageAndTextCell::imageRectForBounds(const QRect& bounds) const
+QRect IconTextDelegate::imageRectForBounds(const QRect& bounds) const
 {
     if (_image.isNull())
         return {};
@@ -34,32 +34,32 @@ QRect ImageAndTextCell::imageRectForBounds(const QRect& bounds) const
     return {bounds.topLeft() + QPoint(GapBeforeImage, int(std::ceil(above))), _imageSize};
 }
 
-QRect ImageAndTextCell::titleRectForBounds(const QRect& bounds) const
+QRect IconTextDelegate::titleRectForBounds(const QRect& bounds) const
 {
     return _image.isNull() ? QRect() : remainder(bounds);
 }
 
-QRect ImageAndTextCell::remainder(const QRect& bounds) const
+QRect IconTextDelegate::remainder(const QRect& bounds) const
 {
     const int strip = _image.isNull() ? 0 : _imageSize.width() + GapBeforeImage;
     return bounds.adjusted(strip, 0, 0, 0);
 }
 
-bool ImageAndTextCell::hitTestForEvent(const QPoint& position, const QRect& bounds) const
+bool IconTextDelegate::hitTestForEvent(const QPoint& position, const QRect& bounds) const
 {
     return imageRectForBounds(bounds).contains(position);
 }
 
-ImageAndTextCell* ImageAndTextCell::copyWithZone(QObject* parent) const
+IconTextDelegate* IconTextDelegate::copyWithZone(QObject* parent) const
 {
-    auto* copy = new ImageAndTextCell(parent);
+    auto* copy = new IconTextDelegate(parent);
     copy->_image = _image;
     copy->_imageSize = _imageSize;
     copy->_willDisplayCell = _willDisplayCell;
     return copy;
 }
 
-void ImageAndTextCell::paint(QPainter* painter, const QStyleOptionViewItem& option,
+void IconTextDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                              const QModelIndex& index) const
 {
     willDisplay(index);
@@ -93,13 +93,13 @@ void ImageAndTextCell::paint(QPainter* painter, const QStyleOptionViewItem& opti
     painter->restore();
 }
 
-QSize ImageAndTextCell::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
+QSize IconTextDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
     willDisplay(index);
     return cellSize(QStyledItemDelegate::sizeHint(option, index));
 }
 
-void ImageAndTextCell::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+void IconTextDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                                             const QModelIndex& index) const
 {
     willDisplay(index);
@@ -108,12 +108,12 @@ void ImageAndTextCell::updateEditorGeometry(QWidget* editor, const QStyleOptionV
     QStyledItemDelegate::updateEditorGeometry(editor, rest, index);
 }
 
-QRect ImageAndTextCell::cellRect(const QRect& row, const QModelIndex& /*index*/) const
+QRect IconTextDelegate::cellRect(const QRect& row, const QModelIndex& /*index*/) const
 {
     return row;
 }
 
-void ImageAndTextCell::willDisplay(const QModelIndex& index) const
+void IconTextDelegate::willDisplay(const QModelIndex& index) const
 {
     if (_willDisplayCell)
         _image = _willDisplayCell(index);

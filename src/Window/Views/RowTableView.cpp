@@ -1,4 +1,4 @@
-#include "Window/Views/NSTableViewEx.h"
+#include "Window/Views/RowTableView.h"
 
 #include <QHeaderView>
 
@@ -9,7 +9,7 @@ namespace
 constexpr int SpaceAroundText = 11;
 }
 
-NSTableViewEx::NSTableViewEx(QWidget* parent)
+RowTableView::RowTableView(QWidget* parent)
     : RowMenu<QTableView>(parent)
 {
     setSelectionBehavior(SelectRows);
@@ -27,14 +27,14 @@ NSTableViewEx::NSTableViewEx(QWidget* parent)
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
-int NSTableViewEx::selectedRow() const
+int RowTableView::selectedRow() const
 {
     const QModelIndexList rows =
         selectionModel() ? selectionModel()->selectedRows() : QModelIndexList();
     return rows.isEmpty() ? -1 : rows.first().row();
 }
 
-std::vector<int> NSTableViewEx::selectedRows() const
+std::vector<int> RowTableView::selectedRows() const
 {
     std::vector<int> rows;
     if (!selectionModel())
@@ -49,7 +49,7 @@ std::vector<int> NSTableViewEx::selectedRows() const
     return rows;
 }
 
-void NSTableViewEx::selectRow(int row)
+void RowTableView::selectRow(int row)
 {
     const QModelIndex index = model() ? model()->index(row, 0) : QModelIndex();
     if (index.isValid())

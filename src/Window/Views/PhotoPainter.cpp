@@ -1,4 +1,4 @@
-#include "Window/Views/View.h"
+#include "Window/Views/PhotoPainter.h"
 
 #include <QFontMetrics>
 
@@ -10,18 +10,18 @@ constexpr int CaptionGap = 6;
 constexpr int Roundness = 6;
 } // namespace
 
-QSize View::size(const QFontMetrics& metrics)
+QSize PhotoPainter::size(const QFontMetrics& metrics)
 {
     return {PictureSize + 2 * Margin + 8, PictureSize + 2 * Margin + CaptionGap + metrics.height()};
 }
 
-void View::setPhoto(const QImage& picture, const QString& caption)
+void PhotoPainter::setPhoto(const QImage& picture, const QString& caption)
 {
     _picture = picture;
     _caption = caption;
 }
 
-void View::drawRect(QPainter& painter, const QRect& bounds, const QPalette& palette) const
+void PhotoPainter::drawRect(QPainter& painter, const QRect& bounds, const QPalette& palette) const
 {
     painter.save();
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
@@ -46,7 +46,7 @@ void View::drawRect(QPainter& painter, const QRect& bounds, const QPalette& pale
     painter.restore();
 }
 
-void View::drawPicture(QPainter& painter, const QRect& box, const QPalette& palette) const
+void PhotoPainter::drawPicture(QPainter& painter, const QRect& box, const QPalette& palette) const
 {
     if (_picture.isNull()) { // its data was no picture: an empty frame says that it is there
         QColor line = palette.color(QPalette::Text);
@@ -62,7 +62,7 @@ void View::drawPicture(QPainter& painter, const QRect& box, const QPalette& pale
     painter.drawImage(target, _picture);
 }
 
-bool View::hitTest(const QPoint& point, const QRect& bounds)
+bool PhotoPainter::hitTest(const QPoint& point, const QRect& bounds)
 {
     return bounds.contains(point);
 }

@@ -1,4 +1,4 @@
-#include "Window/Views/ImageAndTextCell.h"
+#include "Window/Views/IconTextDelegate.h"
 
 #include <QPainter>
 #include <QPixmap>
@@ -26,7 +26,7 @@ public:
 };
 
 /// What the cell draws at 80 x 20.
-QImage drawn(const ImageAndTextCell& cell)
+QImage drawn(const IconTextDelegate& cell)
 {
     OneRow model;
     QImage image(80, 20, QImage::Format_RGB32);
@@ -53,17 +53,17 @@ int firstInk(const QImage& image, int from = 0)
 }
 } // namespace
 
-TEST(ImageAndTextCellTest, GrowsByTheImageAndItsGap)
+TEST(IconTextDelegateTest, GrowsByTheImageAndItsGap)
 {
-    ImageAndTextCell cell;
+    IconTextDelegate cell;
     EXPECT_EQ(cell.cellSize({50, 18}), QSize(53, 18));
     cell.setImage(icon());
     EXPECT_EQ(cell.cellSize({50, 18}), QSize(69, 18));
 }
 
-TEST(ImageAndTextCellTest, PlacesTheImageInTheMiddleRoundedUp)
+TEST(IconTextDelegateTest, PlacesTheImageInTheMiddleRoundedUp)
 {
-    ImageAndTextCell cell;
+    IconTextDelegate cell;
     const QRect bounds(10, 100, 80, 21);
     EXPECT_EQ(cell.imageRectForBounds(bounds), QRect());
     cell.setImage(icon());
@@ -72,16 +72,16 @@ TEST(ImageAndTextCellTest, PlacesTheImageInTheMiddleRoundedUp)
     EXPECT_EQ(cell.titleRectForBounds(bounds), QRect(29, 100, 61, 21));
 }
 
-TEST(ImageAndTextCellTest, WithoutAnImageDrawsFromTheLeftEdgeAndHasNoTitleRectangle)
+TEST(IconTextDelegateTest, WithoutAnImageDrawsFromTheLeftEdgeAndHasNoTitleRectangle)
 {
-    const ImageAndTextCell cell;
+    const IconTextDelegate cell;
     EXPECT_TRUE(cell.titleRectForBounds({0, 0, 80, 20}).isEmpty());
     EXPECT_LT(firstInk(drawn(cell)), 8);
 }
 
-TEST(ImageAndTextCellTest, DrawsTheImageBeforeTheText)
+TEST(IconTextDelegateTest, DrawsTheImageBeforeTheText)
 {
-    ImageAndTextCell cell;
+    IconTextDelegate cell;
     cell.setImage(icon());
     const QImage image = drawn(cell);
     EXPECT_EQ(firstInk(image), 3);
@@ -90,9 +90,9 @@ TEST(ImageAndTextCellTest, DrawsTheImageBeforeTheText)
     EXPECT_GE(firstInk(image, 19), 20) << "the text begins after the image";
 }
 
-TEST(ImageAndTextCellTest, IsHitOnItsImage)
+TEST(IconTextDelegateTest, IsHitOnItsImage)
 {
-    ImageAndTextCell cell;
+    IconTextDelegate cell;
     const QRect bounds(0, 0, 80, 20);
     EXPECT_FALSE(cell.hitTestForEvent({5, 10}, bounds));
     cell.setImage(icon());
@@ -101,9 +101,9 @@ TEST(ImageAndTextCellTest, IsHitOnItsImage)
     EXPECT_FALSE(cell.hitTestForEvent({30, 10}, bounds));
 }
 
-TEST(ImageAndTextCellTest, EditsBesideTheImage)
+TEST(IconTextDelegateTest, EditsBesideTheImage)
 {
-    ImageAndTextCell cell;
+    IconTextDelegate cell;
     cell.setImage(icon());
     OneRow model;
     QWidget editor;
@@ -114,11 +114,11 @@ TEST(ImageAndTextCellTest, EditsBesideTheImage)
     EXPECT_EQ(editor.geometry().right(), 79);
 }
 
-TEST(ImageAndTextCellTest, ACopyHasTheSameImage)
+TEST(IconTextDelegateTest, ACopyHasTheSameImage)
 {
-    ImageAndTextCell cell;
+    IconTextDelegate cell;
     cell.setImage(icon());
     QObject owner;
-    const ImageAndTextCell* copy = cell.copyWithZone(&owner);
+    const IconTextDelegate* copy = cell.copyWithZone(&owner);
     EXPECT_EQ(copy->image().cacheKey(), cell.image().cacheKey());
 }

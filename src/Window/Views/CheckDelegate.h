@@ -4,7 +4,7 @@
 
 /// A check box in the middle of a cell, drawn in the palette's own colours: some styles draw an
 /// unchecked box that nearly vanishes on a dark ground. A click anywhere in the cell counts.
-class CheckCell final : public QStyledItemDelegate
+class CheckDelegate final : public QStyledItemDelegate
 {
     Q_OBJECT
 public:

@@ -5,11 +5,11 @@
 #include <QTableView>
 
 /// A table of rows: it selects whole rows, has no grid, and its rows are one height.
-class NSTableViewEx final : public RowMenu<QTableView>
+class RowTableView final : public RowMenu<QTableView>
 {
     Q_OBJECT
 public:
-    explicit NSTableViewEx(QWidget* parent = nullptr);
+    explicit RowTableView(QWidget* parent = nullptr);
 
     /// The selected row; -1 without one.
     [[nodiscard]] int selectedRow() const;

@@ -1,4 +1,4 @@
-#include "Window/Views/NSOutlineViewEx.h"
+#include "Window/Views/SourceTreeView.h"
 
 #include <QPainter>
 
@@ -9,7 +9,7 @@ constexpr int SelectionRoundness = 6;
 constexpr int EndMargin = 6;
 } // namespace
 
-NSOutlineViewEx::NSOutlineViewEx(QWidget* parent)
+SourceTreeView::SourceTreeView(QWidget* parent)
     : RowMenu<QTreeView>(parent)
 {
     setHeaderHidden(true);
@@ -22,15 +22,15 @@ NSOutlineViewEx::NSOutlineViewEx(QWidget* parent)
     viewport()->setBackgroundRole(QPalette::Window);
 }
 
-QModelIndex NSOutlineViewEx::selectedItem() const
+QModelIndex SourceTreeView::selectedItem() const
 {
     const QModelIndexList rows =
         selectionModel() ? selectionModel()->selectedRows() : QModelIndexList();
     return rows.isEmpty() ? QModelIndex() : rows.first();
 }
 
-void NSOutlineViewEx::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
-                              const QModelIndex& index) const
+void SourceTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                             const QModelIndex& index) const
 {
     if (selectionModel()->isSelected(index)) {
         painter->save();

@@ -6,11 +6,11 @@ class QMenu;
 
 /// The photo grid. Its context menu is the same wherever it is asked for: on a picture, on a
 /// caption or between the items.
-class NSCollectionViewEx final : public QListView
+class PhotoListView final : public QListView
 {
     Q_OBJECT
 public:
-    explicit NSCollectionViewEx(QWidget* parent = nullptr);
+    explicit PhotoListView(QWidget* parent = nullptr);
 
     /// The menu; it is not owned.
     void setMenu(QMenu* menu) { _menu = menu; }

@@ -5,11 +5,11 @@
 #include <QTreeView>
 
 /// An outline of one column without a header.
-class NSOutlineViewEx final : public RowMenu<QTreeView>
+class SourceTreeView final : public RowMenu<QTreeView>
 {
     Q_OBJECT
 public:
-    explicit NSOutlineViewEx(QWidget* parent = nullptr);
+    explicit SourceTreeView(QWidget* parent = nullptr);
 
     /// The selected row; invalid without one.
     [[nodiscard]] QModelIndex selectedItem() const;

@@ -1,8 +1,8 @@
-#include "Base/NSStringEx.h"
+#include "Base/StarOrder.h"
 
 #include <algorithm>
 
-int NSStringEx::starFirstCompare(QStringView receiver, QStringView other)
+int StarOrder::starFirstCompare(QStringView receiver, QStringView other)
 {
     if (receiver == Star)
         return -1;
@@ -12,7 +12,7 @@ int NSStringEx::starFirstCompare(QStringView receiver, QStringView other)
     return (order > 0) - (order < 0);
 }
 
-void NSStringEx::sortStarFirst(QStringList& texts)
+void StarOrder::sortStarFirst(QStringList& texts)
 {
     // The stars go first on their own: std::sort may not be given two that precede each other.
     const auto rest = std::stable_partition(texts.begin(), texts.end(),

@@ -8,7 +8,7 @@
 
 /// One item of the photo grid: the picture above its caption, on a filled ground when it is
 /// selected. It draws at any place, so one view serves all items.
-class View
+class PhotoPainter
 {
 public:
     /// The space of one item.

@@ -7,14 +7,14 @@
 
 /// A text cell that draws a small icon before its text. One cell draws all rows: the image is
 /// set just before a row is drawn, or asked for by `setWillDisplayCell`.
-class ImageAndTextCell : public QStyledItemDelegate
+class IconTextDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
 public:
     /// Gives the icon of a row; a null icon for none.
     using WillDisplayCell = std::function<QIcon(const QModelIndex& index)>;
 
-    explicit ImageAndTextCell(QObject* parent = nullptr);
+    explicit IconTextDelegate(QObject* parent = nullptr);
 
     [[nodiscard]] const QIcon& image() const { return _image; }
     void setImage(const QIcon& image) { _image = image; }
@@ -33,7 +33,7 @@ public:
     /// Whether the mouse is on the image.
     [[nodiscard]] bool hitTestForEvent(const QPoint& position, const QRect& bounds) const;
     /// A cell of its own with the same image.
-    [[nodiscard]] ImageAndTextCell* copyWithZone(QObject* parent) const;
+    [[nodiscard]] IconTextDelegate* copyWithZone(QObject* parent) const;
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;

@@ -1,37 +1,37 @@
-#include "Base/NSStringEx.h"
+#include "Base/StarOrder.h"
 
 #include <gtest/gtest.h>
 
 TEST(StarFirstCompare, PutsTheStarBeforeEverything)
 {
-    EXPECT_EQ(NSStringEx::starFirstCompare(u"*", u"a"), -1);
-    EXPECT_EQ(NSStringEx::starFirstCompare(u"*", u""), -1);
-    EXPECT_EQ(NSStringEx::starFirstCompare(u"a", u"*"), 1);
+    EXPECT_EQ(StarOrder::starFirstCompare(u"*", u"a"), -1);
+    EXPECT_EQ(StarOrder::starFirstCompare(u"*", u""), -1);
+    EXPECT_EQ(StarOrder::starFirstCompare(u"a", u"*"), 1);
 }
 
 TEST(StarFirstCompare, PutsTheStarBeforeItself)
 {
-    EXPECT_EQ(NSStringEx::starFirstCompare(u"*", u"*"), -1);
+    EXPECT_EQ(StarOrder::starFirstCompare(u"*", u"*"), -1);
 }
 
 TEST(StarFirstCompare, ComparesEverythingElseWithoutCase)
 {
-    EXPECT_EQ(NSStringEx::starFirstCompare(u"abc", u"ABC"), 0);
-    EXPECT_EQ(NSStringEx::starFirstCompare(u"B", u"a"), 1);
-    EXPECT_EQ(NSStringEx::starFirstCompare(u"a", u"B"), -1);
+    EXPECT_EQ(StarOrder::starFirstCompare(u"abc", u"ABC"), 0);
+    EXPECT_EQ(StarOrder::starFirstCompare(u"B", u"a"), 1);
+    EXPECT_EQ(StarOrder::starFirstCompare(u"a", u"B"), -1);
 }
 
 TEST(StarFirstCompare, TakesOnlyTheSingleStarForTheWildcard)
 {
     // "*" is smaller than "a" as a character; the second star must not make a difference.
-    EXPECT_EQ(NSStringEx::starFirstCompare(u"**", u"a"), -1);
-    EXPECT_EQ(NSStringEx::starFirstCompare(u"**", u"!"), 1);
+    EXPECT_EQ(StarOrder::starFirstCompare(u"**", u"a"), -1);
+    EXPECT_EQ(StarOrder::starFirstCompare(u"**", u"!"), 1);
 }
 
 TEST(SortStarFirst, HeadsTheListWithTheStar)
 {
     QStringList texts = {"b", "*", "A", "c"};
-    NSStringEx::sortStarFirst(texts);
+    StarOrder::sortStarFirst(texts);
     EXPECT_EQ(texts, QStringList({"*", "A", "b", "c"}));
 }
 
@@ -42,7 +42,7 @@ TEST(SortStarFirst, TakesManyStarsAndTextsThatDifferOnlyInCase)
         texts << "*"
               << "x"
               << "X";
-    NSStringEx::sortStarFirst(texts);
+    StarOrder::sortStarFirst(texts);
     EXPECT_EQ(texts.count("*"), 100);
     EXPECT_EQ(texts.at(99), "*");
     EXPECT_EQ(texts.at(100), "X");

@@ -1,4 +1,4 @@
-#include "Window/Views/CheckCell.h"
+#include "Window/Views/CheckDelegate.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -28,8 +28,8 @@ void drawTick(QPainter& painter, const QRectF& box, const QColor& color)
 }
 } // namespace
 
-void CheckCell::paint(QPainter* painter, const QStyleOptionViewItem& option,
-                      const QModelIndex& index) const
+void CheckDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const
 {
     QStyleOptionViewItem ground = option;
     initStyleOption(&ground, index);
@@ -57,8 +57,8 @@ void CheckCell::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->restore();
 }
 
-bool CheckCell::editorEvent(QEvent* event, QAbstractItemModel* model,
-                            const QStyleOptionViewItem& /*option*/, const QModelIndex& index)
+bool CheckDelegate::editorEvent(QEvent* event, QAbstractItemModel* model,
+                                const QStyleOptionViewItem& /*option*/, const QModelIndex& index)
 {
     const auto toggle = [&] {
         const bool checked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;

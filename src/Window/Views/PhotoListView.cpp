@@ -1,12 +1,12 @@
-#include "Window/Views/NSCollectionViewEx.h"
+#include "Window/Views/PhotoListView.h"
 
-#include "Window/Views/CollectionViewItem.h"
+#include "Window/Views/PhotoDelegate.h"
 
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QMouseEvent>
 
-NSCollectionViewEx::NSCollectionViewEx(QWidget* parent)
+PhotoListView::PhotoListView(QWidget* parent)
     : QListView(parent)
 {
     // Rows that wrap, all items one size: the layout is arithmetic, however many there are.
@@ -15,8 +15,8 @@ NSCollectionViewEx::NSCollectionViewEx(QWidget* parent)
     setWrapping(true);
     setResizeMode(Adjust);
     setUniformItemSizes(true);
-    setGridSize(View::size(fontMetrics()));
-    setItemDelegate(new CollectionViewItem(this));
+    setGridSize(PhotoPainter::size(fontMetrics()));
+    setItemDelegate(new PhotoDelegate(this));
     setSelectionMode(ExtendedSelection);
     setSelectionRectVisible(true);
     setEditTriggers(NoEditTriggers);
@@ -24,13 +24,13 @@ NSCollectionViewEx::NSCollectionViewEx(QWidget* parent)
     setFrameShape(QFrame::NoFrame);
 }
 
-QModelIndex NSCollectionViewEx::indexAt(const QPoint& point) const
+QModelIndex PhotoListView::indexAt(const QPoint& point) const
 {
     const QModelIndex index = QListView::indexAt(point);
-    return View::hitTest(point, visualRect(index)) ? index : QModelIndex();
+    return PhotoPainter::hitTest(point, visualRect(index)) ? index : QModelIndex();
 }
 
-void NSCollectionViewEx::mousePressEvent(QMouseEvent* event)
+void PhotoListView::mousePressEvent(QMouseEvent* event)
 {
     // The menu is about the photos that are selected, wherever it is asked for.
     if (event->button() == Qt::RightButton)
@@ -39,7 +39,7 @@ void NSCollectionViewEx::mousePressEvent(QMouseEvent* event)
         QListView::mousePressEvent(event);
 }
 
-void NSCollectionViewEx::mouseReleaseEvent(QMouseEvent* event)
+void PhotoListView::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::RightButton)
         event->accept();
@@ -47,15 +47,15 @@ void NSCollectionViewEx::mouseReleaseEvent(QMouseEvent* event)
         QListView::mouseReleaseEvent(event);
 }
 
-void NSCollectionViewEx::changeEvent(QEvent* event)
+void PhotoListView::changeEvent(QEvent* event)
 {
     QListView::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
-        setGridSize(View::size(fontMetrics()));
+        setGridSize(PhotoPainter::size(fontMetrics()));
 }
 
-void NSCollectionViewEx::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
-                                     const QList<int>& roles)
+void PhotoListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                                const QList<int>& roles)
 {
     // All items have one size, whatever they show. The toolkit would lay them all out anew, which
     // takes too long to do it for each few of thousands of previews.
@@ -65,7 +65,7 @@ void NSCollectionViewEx::dataChanged(const QModelIndex& topLeft, const QModelInd
         QListView::dataChanged(topLeft, bottomRight, roles);
 }
 
-void NSCollectionViewEx::contextMenuEvent(QContextMenuEvent* event)
+void PhotoListView::contextMenuEvent(QContextMenuEvent* event)
 {
     if (QMenu* menu = menuForEvent())
         menu->popup(event->globalPos());

@@ -4,7 +4,7 @@
 #include <QStringView>
 
 /// Orderings of text that the lists of the program share.
-class NSStringEx
+class StarOrder
 {
 public:
     /// The wildcard key of the browser: it stands for every genre, artist or album.
