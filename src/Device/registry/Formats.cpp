@@ -2,8 +2,8 @@
 
 #include "Device/iPhone/iPhoneDevice.h"
 #include "Device/iPod/iPodDevice.h"
-#include "Device/itdb/PhotoDatabaseReader.h"
 #include "Device/itdb/ITunesDbReader.h"
+#include "Device/itdb/PhotoDatabaseReader.h"
 #include "Device/sql/sql5PhotoDb.h"
 #include "Device/sql/sql5TrackDb.h"
 #include "Device/sql/sqlTrackDb.h"
