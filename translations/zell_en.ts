@@ -237,6 +237,147 @@
     </message>
 </context>
 <context>
+    <name>ItdbProblems</name>
+    <message numerus="yes">
+        <source>The music library is damaged: %1 of %n tracks could be read</source>
+        <translation>
+            <numerusform>The music library is damaged: %1 of %n track could be read</numerusform>
+            <numerusform>The music library is damaged: %1 of %n tracks could be read</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The music library is damaged: %1 of %n playlists could be read</source>
+        <translation>
+            <numerusform>The music library is damaged: %1 of %n playlist could be read</numerusform>
+            <numerusform>The music library is damaged: %1 of %n playlists could be read</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The photo library is damaged: %1 of %n photos could be read</source>
+        <translation>
+            <numerusform>The photo library is damaged: %1 of %n photo could be read</numerusform>
+            <numerusform>The photo library is damaged: %1 of %n photos could be read</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The photo library is damaged: %1 of %n albums could be read</source>
+        <translation>
+            <numerusform>The photo library is damaged: %1 of %n album could be read</numerusform>
+            <numerusform>The photo library is damaged: %1 of %n albums could be read</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The music library is damaged: it does not say how many tracks it has, and %n could be read</source>
+        <translation>
+            <numerusform>The music library is damaged: it does not say how many tracks it has, and %n could be read</numerusform>
+            <numerusform>The music library is damaged: it does not say how many tracks it has, and %n could be read</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The music library is damaged: it does not say how many playlists it has, and %n could be read</source>
+        <translation>
+            <numerusform>The music library is damaged: it does not say how many playlists it has, and %n could be read</numerusform>
+            <numerusform>The music library is damaged: it does not say how many playlists it has, and %n could be read</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The photo library is damaged: it does not say how many photos it has, and %n could be read</source>
+        <translation>
+            <numerusform>The photo library is damaged: it does not say how many photos it has, and %n could be read</numerusform>
+            <numerusform>The photo library is damaged: it does not say how many photos it has, and %n could be read</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The photo library is damaged: it does not say how many albums it has, and %n could be read</source>
+        <translation>
+            <numerusform>The photo library is damaged: it does not say how many albums it has, and %n could be read</numerusform>
+            <numerusform>The photo library is damaged: it does not say how many albums it has, and %n could be read</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The music library is damaged: %n tracks stand behind the last one by its own count and were not read</source>
+        <translation>
+            <numerusform>The music library is damaged: %n track stands behind the last one by its own count and was not read</numerusform>
+            <numerusform>The music library is damaged: %n tracks stand behind the last one by its own count and were not read</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The music library is damaged: %n playlists stand behind the last one by its own count and were not read</source>
+        <translation>
+            <numerusform>The music library is damaged: %n playlist stands behind the last one by its own count and was not read</numerusform>
+            <numerusform>The music library is damaged: %n playlists stand behind the last one by its own count and were not read</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The photo library is damaged: %n photos stand behind the last one by its own count and were not read</source>
+        <translation>
+            <numerusform>The photo library is damaged: %n photo stands behind the last one by its own count and was not read</numerusform>
+            <numerusform>The photo library is damaged: %n photos stand behind the last one by its own count and were not read</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The photo library is damaged: %n albums stand behind the last one by its own count and were not read</source>
+        <translation>
+            <numerusform>The photo library is damaged: %n album stands behind the last one by its own count and was not read</numerusform>
+            <numerusform>The photo library is damaged: %n albums stand behind the last one by its own count and were not read</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The music library could not be read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The photo library could not be read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The music library is damaged: its file is empty</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The photo library is damaged: its file is empty</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The music library is of a kind that is not known here</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The photo library is of a kind that is not known here</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The music library is too large: only its beginning was read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The photo library is too large: only its beginning was read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The music library is damaged: its file is shorter than it says</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The photo library is damaged: its file is shorter than it says</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>The music library is damaged: %n of its entries contradict themselves and may be incomplete</source>
+        <translation>
+            <numerusform>The music library is damaged: %n of its entries contradicts itself and may be incomplete</numerusform>
+            <numerusform>The music library is damaged: %n of its entries contradict themselves and may be incomplete</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The photo library is damaged: %n of its entries contradict themselves and may be incomplete</source>
+        <translation>
+            <numerusform>The photo library is damaged: %n of its entries contradicts itself and may be incomplete</numerusform>
+            <numerusform>The photo library is damaged: %n of its entries contradict themselves and may be incomplete</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>JobController</name>
     <message>
         <source>An export is running. Stop it, or wait for its end.</source>
