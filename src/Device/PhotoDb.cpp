@@ -1,13 +1,14 @@
 #include "Device/PhotoDb.h"
 
 #include "Base/Exception.h"
+#include "Device/LibraryProblems.h"
 #include "Device/itdb/itdbPhotoDb.h"
-#include "Device/sql/sql5PhotoDb.h"
+#include "Device/sql/PhotosSqliteReader.h"
 
 std::unique_ptr<PhotoDb> PhotoDb::create(Device& device)
 {
     // The first that finds its file wins; a new format is one new line here.
-    for (const auto probe : {itdbPhotoDb::initWithDevice, sql5PhotoDb::initWithDevice}) {
+    for (const auto probe : {itdbPhotoDb::initWithDevice, PhotosSqliteReader::initWithDevice}) {
         if (auto reader = probe(device))
             return reader;
     }
@@ -85,8 +86,9 @@ void PhotoDb::load()
     _loaded = true;
     try {
         parse();
-    } catch (const Exception&) {
+    } catch (const Exception& exception) {
         // Damaged data ends the reading; what was listed until then stays.
+        LibraryProblems(LibraryProblems::Library::Photos, _problems).isDamaged(exception.reason());
     }
     _previews = std::make_unique<PreviewPass>(_photos, previewStep());
 }

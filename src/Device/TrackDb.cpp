@@ -4,19 +4,43 @@
 #include "Base/PathName.h"
 #include "Device/BookDb.h"
 #include "Device/Device.h"
+#include "Device/LibraryProblems.h"
 #include "Device/itdb/itdbTrackDb.h"
-#include "Device/sql/sql5TrackDb.h"
-#include "Device/sql/sqlTrackDb.h"
+#include "Device/sql/LibraryItdbReader.h"
+#include "Device/sql/MediaLibraryReader.h"
+
+#include <QRegularExpression>
 
 std::unique_ptr<TrackDb> TrackDb::create(Device& device)
 {
     // The first that finds its file wins; a new format is one new line here.
-    for (const auto probe :
-         {sql5TrackDb::initWithDevice, sqlTrackDb::initWithDevice, itdbTrackDb::initWithDevice}) {
+    for (const auto probe : {MediaLibraryReader::initWithDevice, LibraryItdbReader::initWithDevice,
+                             itdbTrackDb::initWithDevice}) {
         if (auto reader = probe(device))
             return reader;
     }
     return nullptr;
+}
+
+ProblemList TrackDb::problemsWithout(Device& device)
+{
+    ProblemList problems;
+    const LibraryProblems music(LibraryProblems::Library::Music, problems);
+    const QString folder = PathName::join(device.controlPath(), u"Music");
+    const Expected<QStringList> folders = device.list(folder, Device::Entries::Folders);
+    if (!folders && !folders.failedAs(Failure::Kind::Missing))
+        music.cannotBeRead(folders.failure());
+    if (!folders)
+        return problems;
+    static const QRegularExpression MediaFolder(QStringLiteral("^[Ff][0-9]{2,}$"));
+    for (const QString& name : *folders) {
+        if (MediaFolder.match(name).hasMatch() &&
+            !device.getFiles(PathName::join(folder, name)).isEmpty()) {
+            music.isMissing(PathName::join(folder, name));
+            break;
+        }
+    }
+    return problems;
 }
 
 TrackDb::TrackDb(Device& device)
@@ -51,9 +75,10 @@ void TrackDb::load()
     _loaded = true;
     try {
         parse();
-    } catch (const Exception&) {
+    } catch (const Exception& exception) {
         // Damaged data ends the reading; what was listed until then stays, and a second attempt
         // would only list it twice.
+        LibraryProblems(LibraryProblems::Library::Music, _problems).isDamaged(exception.reason());
     }
 }
 
