@@ -192,8 +192,11 @@ bool Device::copyOutSqlite(const QString& from, const QString& to, std::optional
 
 TrackDb* Device::trackDb()
 {
-    if (!_trackDb)
-        _trackDb = TrackDb::create(*this);
+    if (_trackDb)
+        return _trackDb.get();
+    _trackDb = TrackDb::create(*this);
+    if (!_trackDb && !_problemsWithoutTrackDb)
+        _problemsWithoutTrackDb = TrackDb::problemsWithout(*this);
     return _trackDb.get();
 }
 
@@ -234,6 +237,10 @@ std::vector<ReaderProblem> Device::problems() const
 {
     std::vector<ReaderProblem> all;
     collect(all, "trackDb", _trackDb);
+    if (!_trackDb && _problemsWithoutTrackDb) {
+        for (const Problem& problem : *_problemsWithoutTrackDb)
+            all.push_back({QStringLiteral("trackDb"), problem});
+    }
     collect(all, "photoDb", _photoDb);
     collect(all, "cameraRollDb", _cameraRollDb);
     collect(all, "voiceMemoDb", _voiceMemoDb);

@@ -137,6 +137,7 @@ protected:
 
 private:
     std::unique_ptr<TrackDb> _trackDb;
+    std::optional<ProblemList> _problemsWithoutTrackDb; ///< once it was looked for in vain
     std::unique_ptr<PhotoDb> _photoDb;
     std::unique_ptr<VoiceMemoDb> _voiceMemoDb;
     std::unique_ptr<BookDb> _bookDb;

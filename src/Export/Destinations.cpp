@@ -36,8 +36,7 @@ Failure Destinations::onDevice()
             {}};
 }
 
-Expected<Destinations::FolderPointer> Destinations::folder(Section category,
-                                                           const QString& below)
+Expected<Destinations::FolderPointer> Destinations::folder(Section category, const QString& below)
 {
     const QStringList names = below.split(u'/', Qt::SkipEmptyParts);
     const Expected<FolderPointer> start = this->category(category);

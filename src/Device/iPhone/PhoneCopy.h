@@ -54,6 +54,6 @@ private:
     const PhoneFiles::GoOn _goOn;
     const double _progress; ///< before this copy
     const File::Mode _mode;
-    double _fraction = 0;   ///< of the file that is being copied
+    double _fraction = 0; ///< of the file that is being copied
     int _entries = 0;
 };

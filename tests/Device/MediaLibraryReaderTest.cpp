@@ -2,10 +2,10 @@
 
 namespace
 {
-class sql5TrackDbTest : public SqlFixture
+class MediaLibraryReaderTest : public SqlFixture
 {
 protected:
-    sql5TrackDbTest()
+    MediaLibraryReaderTest()
         : file(path("MediaLibrary.sqlitedb"))
     {
     }
@@ -58,12 +58,13 @@ void PrintTo(const DurationCase& c, std::ostream* out)
 {
     *out << c.name;
 }
-class sql5Duration : public sql5TrackDbTest, public testing::WithParamInterface<DurationCase>
+class MediaLibraryDuration : public MediaLibraryReaderTest,
+                             public testing::WithParamInterface<DurationCase>
 {
 };
 } // namespace
 
-TEST_F(sql5TrackDbTest, ReadsEveryFieldOfATrack)
+TEST_F(MediaLibraryReaderTest, ReadsEveryFieldOfATrack)
 {
     TestTrack written = track(7, QString::fromUtf8("Ёлка 🎄"));
     written.milliseconds = 250500;
@@ -87,7 +88,7 @@ TEST_F(sql5TrackDbTest, ReadsEveryFieldOfATrack)
     EXPECT_EQ(names(db.playlists()), QStringList("Mix"));
 }
 
-TEST_F(sql5TrackDbTest, ReadsRowsThatStandOnlyInTheLog)
+TEST_F(MediaLibraryReaderTest, ReadsRowsThatStandOnlyInTheLog)
 {
     SqliteLibraries::writeMediaLibrary(path("MediaLibrary.sqlitedb"),
                                        {"Player", {track(1, "One"), track(2, "Two")}, {}},
@@ -97,7 +98,7 @@ TEST_F(sql5TrackDbTest, ReadsRowsThatStandOnlyInTheLog)
     EXPECT_EQ(temporaryFiles(), QStringList());
 }
 
-TEST_F(sql5TrackDbTest, ReadsNothingOfATransactionThatIsCut)
+TEST_F(MediaLibraryReaderTest, ReadsNothingOfATransactionThatIsCut)
 {
     const QString database = path("MediaLibrary.sqlitedb");
     SqliteLibraries::writeMediaLibrary(database, {"Player", {track(1, "One")}, {}},
@@ -113,7 +114,7 @@ TEST_F(sql5TrackDbTest, ReadsNothingOfATransactionThatIsCut)
     }
 }
 
-TEST_F(sql5TrackDbTest, ReadsTheWholeTransactionsOfATornLog)
+TEST_F(MediaLibraryReaderTest, ReadsTheWholeTransactionsOfATornLog)
 {
     create();
     file.keepRowsInLog();
@@ -139,7 +140,7 @@ TEST_F(sql5TrackDbTest, ReadsTheWholeTransactionsOfATornLog)
     EXPECT_EQ(titles(device.trackDb()->tracks()), QStringList("T1"));
 }
 
-TEST_F(sql5TrackDbTest, LeavesACopyWithItsLogForDiagnosis)
+TEST_F(MediaLibraryReaderTest, LeavesACopyWithItsLogForDiagnosis)
 {
     create();
     file.keepRowsInLog();
@@ -151,7 +152,7 @@ TEST_F(sql5TrackDbTest, LeavesACopyWithItsLogForDiagnosis)
                   Files::read(path("MediaLibrary.sqlitedb") + suffix));
 }
 
-TEST_F(sql5TrackDbTest, ReadsADatabaseInAnyEncoding)
+TEST_F(MediaLibraryReaderTest, ReadsADatabaseInAnyEncoding)
 {
     const QString title = QString::fromUtf8("Ёлка 🎄");
     for (const QByteArray encoding : {"UTF-8", "UTF-16le", "UTF-16be"}) {
@@ -171,7 +172,7 @@ TEST_F(sql5TrackDbTest, ReadsADatabaseInAnyEncoding)
     }
 }
 
-TEST_F(sql5TrackDbTest, ReadsMembersOfEveryLength)
+TEST_F(MediaLibraryReaderTest, ReadsMembersOfEveryLength)
 {
     constexpr qsizetype Longest = 40;
     create();
@@ -198,7 +199,7 @@ TEST_F(sql5TrackDbTest, ReadsMembersOfEveryLength)
     }
 }
 
-TEST_F(sql5TrackDbTest, CutsAWideMediaKindToItsLowBits)
+TEST_F(MediaLibraryReaderTest, CutsAWideMediaKindToItsLowBits)
 {
     create();
     addItem("1");
@@ -206,7 +207,7 @@ TEST_F(sql5TrackDbTest, CutsAWideMediaKindToItsLowBits)
     EXPECT_EQ(read().tracks().at(0)->type, MovieTrack);
 }
 
-TEST_F(sql5TrackDbTest, ReadsNullsAsEmptyTextsAndNumbersOfZero)
+TEST_F(MediaLibraryReaderTest, ReadsNullsAsEmptyTextsAndNumbersOfZero)
 {
     // Loose tables, in which every column can be NULL, the ids among them.
     file.run("create table item (item_pid, base_location_id, genre_id, album_pid, "
@@ -234,7 +235,7 @@ TEST_F(sql5TrackDbTest, ReadsNullsAsEmptyTextsAndNumbersOfZero)
     EXPECT_TRUE(db.playlists().empty());
 }
 
-TEST_F(sql5TrackDbTest, KeepsDuplicatesOfAPlaylist)
+TEST_F(MediaLibraryReaderTest, KeepsDuplicatesOfAPlaylist)
 {
     create();
     addItem("5");
@@ -248,7 +249,7 @@ TEST_F(sql5TrackDbTest, KeepsDuplicatesOfAPlaylist)
     EXPECT_EQ(db.tracks()[1]->playlists, std::vector<Playlist*>(1, mix));
 }
 
-TEST_F(sql5TrackDbTest, SkipsMembersThatMatchNoItem)
+TEST_F(MediaLibraryReaderTest, SkipsMembersThatMatchNoItem)
 {
     create();
     addItem("5");
@@ -260,7 +261,7 @@ TEST_F(sql5TrackDbTest, SkipsMembersThatMatchNoItem)
     EXPECT_EQ(titles(db.playlists()[0]->tracks), QStringList("T5"));
 }
 
-TEST_F(sql5TrackDbTest, TakesTheNameFromThePrimaryContainerWhateverItLists)
+TEST_F(MediaLibraryReaderTest, TakesTheNameFromThePrimaryContainerWhateverItLists)
 {
     create();
     addItem("5");
@@ -272,7 +273,7 @@ TEST_F(sql5TrackDbTest, TakesTheNameFromThePrimaryContainerWhateverItLists)
     EXPECT_TRUE(db.tracks()[0]->playlists.empty());
 }
 
-TEST_F(sql5TrackDbTest, EndsAtAMemberThatIsCutAndKeepsWhatItRead)
+TEST_F(MediaLibraryReaderTest, EndsAtAMemberThatIsCutAndKeepsWhatItRead)
 {
     create();
     addItem("5");
@@ -285,21 +286,21 @@ TEST_F(sql5TrackDbTest, EndsAtAMemberThatIsCutAndKeepsWhatItRead)
     EXPECT_EQ(temporaryFiles(), QStringList());
 }
 
-TEST_P(sql5Duration, TakesSmallNumbersForSeconds)
+TEST_P(MediaLibraryDuration, TakesSmallNumbersForSeconds)
 {
     create();
     addItem("1", GetParam().stored);
     EXPECT_DOUBLE_EQ(read().tracks().at(0)->duration, GetParam().seconds);
 }
 
-INSTANTIATE_TEST_SUITE_P(, sql5Duration,
+INSTANTIATE_TEST_SUITE_P(, MediaLibraryDuration,
                          testing::Values(DurationCase{"LongOnesAreMilliseconds", "250000", 250},
                                          DurationCase{"ShortOnesAreSeconds", "900", 900},
                                          DurationCase{"TheThresholdIsSeconds", "1000", 1000},
                                          DurationCase{"AboveItAreMilliseconds", "1001", 1.001}),
                          [](const auto& c) { return std::string(c.param.name); });
 
-TEST_F(sql5TrackDbTest, ListsAnItemWithoutExtraRow)
+TEST_F(MediaLibraryReaderTest, ListsAnItemWithoutExtraRow)
 {
     create();
     file.run("insert into item (item_pid, base_location_id) values (1, 0), (2, 3)");
@@ -314,7 +315,7 @@ TEST_F(sql5TrackDbTest, ListsAnItemWithoutExtraRow)
     EXPECT_EQ(db.tracks()[1]->path, "/Volumes/P/iPod_Control/Music");
 }
 
-TEST_F(sql5TrackDbTest, BuildsThePathFromTheLocationAloneWhereTheBaseIsUnknown)
+TEST_F(MediaLibraryReaderTest, BuildsThePathFromTheLocationAloneWhereTheBaseIsUnknown)
 {
     create();
     file.run("insert into item (item_pid, base_location_id) values (1, 44)");
@@ -322,7 +323,7 @@ TEST_F(sql5TrackDbTest, BuildsThePathFromTheLocationAloneWhereTheBaseIsUnknown)
     EXPECT_EQ(read().tracks().at(0)->path, "/Volumes/P/Music/F00/A.mp3");
 }
 
-TEST_F(sql5TrackDbTest, ReadsTracksWithoutThePlaylistTable)
+TEST_F(MediaLibraryReaderTest, ReadsTracksWithoutThePlaylistTable)
 {
     create();
     addItem("1");
@@ -332,7 +333,7 @@ TEST_F(sql5TrackDbTest, ReadsTracksWithoutThePlaylistTable)
     EXPECT_TRUE(db.playlists().empty());
 }
 
-TEST_F(sql5TrackDbTest, KeepsBothOfTwoItemsThatDifferAboveBit31)
+TEST_F(MediaLibraryReaderTest, KeepsBothOfTwoItemsThatDifferAboveBit31)
 {
     create();
     addItem("1");
@@ -343,7 +344,7 @@ TEST_F(sql5TrackDbTest, KeepsBothOfTwoItemsThatDifferAboveBit31)
     EXPECT_EQ(titles(db.playlists().at(0)->tracks), QStringList("T4294967297"));
 }
 
-TEST_F(sql5TrackDbTest, TakesTextThatIsNoUtf8ForNone)
+TEST_F(MediaLibraryReaderTest, TakesTextThatIsNoUtf8ForNone)
 {
     create();
     addItem("1");
@@ -353,7 +354,7 @@ TEST_F(sql5TrackDbTest, TakesTextThatIsNoUtf8ForNone)
     EXPECT_TRUE(db.tracks().at(0)->path.isNull()) << "a file that cannot be named is none";
 }
 
-TEST_F(sql5TrackDbTest, ReadsColumnsOfOtherTypes)
+TEST_F(MediaLibraryReaderTest, ReadsColumnsOfOtherTypes)
 {
     create();
     file.run("insert into item (item_pid, base_location_id) values (1, 'three')");
@@ -371,7 +372,7 @@ TEST_F(sql5TrackDbTest, ReadsColumnsOfOtherTypes)
     EXPECT_TRUE(db.playlists().empty());
 }
 
-TEST_F(sql5TrackDbTest, IsTheFirstOfSeveralFormatsAndTheBinaryOneTheLast)
+TEST_F(MediaLibraryReaderTest, IsTheFirstOfSeveralFormatsAndTheBinaryOneTheLast)
 {
     create();
     addItem("1");
@@ -389,4 +390,69 @@ TEST_F(sql5TrackDbTest, IsTheFirstOfSeveralFormatsAndTheBinaryOneTheLast)
     newest.put(onDevice("iTunes Library.itlp/Library.itdb"), Files::read(path("old/Library.itdb")));
     newest.put(onDevice("MediaLibrary.sqlitedb"), Files::read(path("MediaLibrary.sqlitedb")));
     EXPECT_EQ(newest.trackDb()->name(), "Player");
+}
+
+TEST_F(MediaLibraryReaderTest, SaysThatTheReadingEndedAtACutMember)
+{
+    create();
+    addItem("5");
+    addPlaylist("8", "Cut", packed({5, 5}).first(12));
+    TrackDb& db = read();
+    (void)db.tracks();
+    ASSERT_EQ(db.problems().all().size(), 1U);
+    EXPECT_EQ(db.problems().all()[0].kind, Problem::Kind::Damaged);
+}
+
+TEST_F(MediaLibraryReaderTest, EndsAtACutMemberOfThePrimaryContainerToo)
+{
+    create();
+    addItem("5");
+    file.into("container_items (container_pid, item_pid_data)", 2).add({100, packed({5}) + "cut"});
+    addPlaylist("101", "Never reached", packed({5}));
+    TrackDb& db = read();
+    EXPECT_EQ(titles(db.tracks()), QStringList("T5"));
+    EXPECT_TRUE(db.playlists().empty());
+    EXPECT_FALSE(db.problems().empty());
+}
+
+TEST_F(MediaLibraryReaderTest, TakesTheFirstRowOfTheInfoAndTheLaterOfAllOthers)
+{
+    create();
+    file.run("insert into db_info (db_pid, primary_container_pid) values (2, 7)");
+    file.run("drop table base_location; create table base_location (base_location_id, path);"
+             "insert into base_location values (3, 'Old'), (3, 'New'), (4294967299, 'Newest')");
+    file.run("insert into container (container_pid, name) values (9, 'Old mix'), "
+             "(4294967305, 'New mix'), (4294967397, 'Other')");
+    addItem("5");
+    file.into("container_items (container_pid, item_pid_data)", 2).add({9, packed({5})});
+    TrackDb& db = read();
+    EXPECT_EQ(db.name(), "Player");
+    EXPECT_EQ(db.tracks().at(0)->path, "/Volumes/P/Newest/F00/5.mp3");
+    EXPECT_EQ(names(db.playlists()), QStringList("New mix"));
+}
+
+TEST_F(MediaLibraryReaderTest, EndsTextsAtANulAndKeepsTheMarkAtTheirBeginning)
+{
+    create();
+    addItem("5");
+    file.run("update item_extra set title = cast(x'efbbbf4f6e650054776f' as text)");
+    const QString title = read().tracks().at(0)->title;
+    EXPECT_EQ(title, QChar(0xFEFF) + QString("One"));
+}
+
+TEST_F(MediaLibraryReaderTest, TriesAPathWithANulWithAndWithoutWhatFollows)
+{
+    create();
+    addItem("5");
+    addItem("6");
+    file.run("update item_extra set location = cast(x'46302f41002e6d7033' as text)"); // F0/A .mp3
+    file.run("update item_extra set location = cast(x'46302f42002e6d7033' as text) "
+             "where item_pid = 6");
+    device.put("/Volumes/P/iPod_Control/Music/F0/A", "x");
+    device.put("/Volumes/P/iPod_Control/Music/F0/A.mp3", "x");
+    device.put("/Volumes/P/iPod_Control/Music/F0/B.mp3", "x");
+    const std::vector<Track*>& tracks = read().tracks();
+    ASSERT_EQ(tracks.size(), 2U);
+    EXPECT_EQ(tracks[0]->path, "/Volumes/P/iPod_Control/Music/F0/A");
+    EXPECT_EQ(tracks[1]->path, "/Volumes/P/iPod_Control/Music/F0/B.mp3");
 }

@@ -4,7 +4,7 @@
 
 /// Reads the single `MediaLibrary.sqlitedb` of newer phones. Every item is listed in `tracks`;
 /// a playlist's members are packed in one blob.
-class sql5TrackDb final : public SqlReader
+class MediaLibraryReader final : public SqlReader
 {
 public:
     /// The reader, or null when the device has no "iTunes/MediaLibrary.sqlitedb". Leaves a copy
@@ -17,7 +17,7 @@ protected:
     void parse() override;
 
 private:
-    explicit sql5TrackDb(Device& device);
+    explicit MediaLibraryReader(Device& device);
 
     void readItems(Found& found, Statement items);
     void readMembers(Found& found, Statement containerItems);

@@ -1,4 +1,4 @@
-#include "Device/sql/sql5PhotoDb.h"
+#include "Device/sql/PhotosSqliteReader.h"
 
 #include "Base/Utility.h"
 #include "Device/iPod/iPodDevice.h"
@@ -314,4 +314,35 @@ TEST_F(PhotosSqlite, EndsTheWorkOfAViewThatNeverEnds)
     EXPECT_EQ(names(db.albums()), QStringList("Trip"));
     EXPECT_LT(db.photos().size(), 200000U);
     EXPECT_LT(timer.elapsed(), 5000);
+}
+
+TEST_F(PhotosSqlite, KnowsPicturesByTheLow32BitsOfTheirIds)
+{
+    PhotoDb& db = readStatements({"CREATE TABLE ZGENERICALBUM (Z_PK INTEGER, ZTITLE)",
+                                  "INSERT INTO ZGENERICALBUM VALUES (3, 'Trip')",
+                                  "CREATE TABLE ZGENERICASSET (Z_PK, ZTHUMBNAILINDEX, ZDIRECTORY, "
+                                  "ZFILENAME, ZTITLE)",
+                                  "INSERT INTO ZGENERICASSET VALUES (2147483653, 0, 'D', 'A', ''), "
+                                  "(-5, 0, 'D', 'B', ''), (4294967302, 0, 'D', 'C', '')",
+                                  "CREATE TABLE Z_8ASSETS (Z_8ALBUMS, Z_14ASSETS)",
+                                  "INSERT INTO Z_8ASSETS VALUES (3, -2147483643), (3, 4294967291), "
+                                  "(3, 6)"});
+    EXPECT_EQ(ids(db.photos()), (std::vector<int>{-2147483643, -5, 6}));
+    EXPECT_EQ(ids(db.albums().at(0)->photos), (std::vector<int>{-2147483643, -5, 6}));
+    EXPECT_TRUE(db.problems().empty());
+}
+
+TEST_F(PhotosSqlite, FindsPicturesWhoseIdsMeetInOnePlace)
+{
+    // Multiples of a prime number of buckets, as common tables of ids have.
+    constexpr int Buckets = 107897;
+    library.albums = {{1, "Trip"}};
+    for (int i = 1; i <= 15000; ++i) {
+        library.assets.push_back({i * Buckets, 0, "DCIM", "A.JPG", {}});
+        library.members6.emplace_back(1, i * Buckets);
+    }
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(read().albums().at(0)->photos.size(), 15000U);
+    EXPECT_LT(timer.elapsed(), 10000);
 }

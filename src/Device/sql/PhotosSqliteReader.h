@@ -4,7 +4,7 @@
 
 /// Reads the SQLite database "PhotoData/Photos.sqlite" of phones. Previews come from a file of
 /// records of one size beside it, by a photo's slot.
-class sql5PhotoDb final : public PhotoDb
+class PhotosSqliteReader final : public PhotoDb
 {
 public:
     /// The reader, or null when the device has no such database. Leaves a copy of it in the log
@@ -23,7 +23,7 @@ protected:
     [[nodiscard]] PreviewPass::Step previewStep() const override;
 
 private:
-    explicit sql5PhotoDb(Device& device);
+    explicit PhotosSqliteReader(Device& device);
 
     class Parser;
 

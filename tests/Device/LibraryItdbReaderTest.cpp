@@ -3,10 +3,10 @@
 namespace
 {
 /// The pair of databases of a test.
-class sqlTrackDbTest : public SqlFixture
+class LibraryItdbReaderTest : public SqlFixture
 {
 protected:
-    sqlTrackDbTest()
+    LibraryItdbReaderTest()
         : library(path("Library.itdb"))
         , locations(path("Locations.itdb"))
     {
@@ -41,7 +41,7 @@ protected:
 };
 } // namespace
 
-TEST_F(sqlTrackDbTest, ReadsEveryFieldOfATrack)
+TEST_F(LibraryItdbReaderTest, ReadsEveryFieldOfATrack)
 {
     TestTrack written = track(7, QString::fromUtf8("Ёлка 🎄"));
     written.artist = QString::fromUtf8("夜の喫茶店");
@@ -67,7 +67,7 @@ TEST_F(sqlTrackDbTest, ReadsEveryFieldOfATrack)
     EXPECT_EQ(found.playlists, std::vector<Playlist*>(2, db.playlists()[0]));
 }
 
-TEST_F(sqlTrackDbTest, TakesNameAndTracksFromTheContainerWithThePrimaryLowBits)
+TEST_F(LibraryItdbReaderTest, TakesNameAndTracksFromTheContainerWithThePrimaryLowBits)
 {
     create(); // 4294967396 is 100 in its low 32 bits
     addItem("1", "One");
@@ -80,7 +80,7 @@ TEST_F(sqlTrackDbTest, TakesNameAndTracksFromTheContainerWithThePrimaryLowBits)
     EXPECT_TRUE(db.playlists().empty());
 }
 
-TEST_F(sqlTrackDbTest, ListsAnItemTwiceThatIsTwiceInThePrimaryContainer)
+TEST_F(LibraryItdbReaderTest, ListsAnItemTwiceThatIsTwiceInThePrimaryContainer)
 {
     create();
     addItem("1", "One");
@@ -89,7 +89,7 @@ TEST_F(sqlTrackDbTest, ListsAnItemTwiceThatIsTwiceInThePrimaryContainer)
     EXPECT_EQ(titles(read().tracks()), QStringList({"One", "One"}));
 }
 
-TEST_F(sqlTrackDbTest, ShowsPlaylistsByTheirFirstMemberAndEmptyOnesNever)
+TEST_F(LibraryItdbReaderTest, ShowsPlaylistsByTheirFirstMemberAndEmptyOnesNever)
 {
     create();
     addItem("1", "One");
@@ -106,7 +106,7 @@ TEST_F(sqlTrackDbTest, ShowsPlaylistsByTheirFirstMemberAndEmptyOnesNever)
     EXPECT_TRUE(db.tracks().empty()) << "an item of playlists alone is not listed";
 }
 
-TEST_F(sqlTrackDbTest, BuildsThePathFromTheLocationAloneWhereTheBaseIsUnknown)
+TEST_F(LibraryItdbReaderTest, BuildsThePathFromTheLocationAloneWhereTheBaseIsUnknown)
 {
     create();
     for (const char* id : {"1", "2", "3"}) {
@@ -123,7 +123,7 @@ TEST_F(sqlTrackDbTest, BuildsThePathFromTheLocationAloneWhereTheBaseIsUnknown)
     EXPECT_TRUE(db.tracks()[2]->path.isNull());
 }
 
-TEST_F(sqlTrackDbTest, JoinsBaseAndLocationWhateverSeparatorsTheyHave)
+TEST_F(LibraryItdbReaderTest, JoinsBaseAndLocationWhateverSeparatorsTheyHave)
 {
     struct Case {
         const char* base;
@@ -159,7 +159,7 @@ TEST_F(sqlTrackDbTest, JoinsBaseAndLocationWhateverSeparatorsTheyHave)
         EXPECT_EQ(tracks[i]->path, QString::fromUtf8(cases[i].path)) << i;
 }
 
-TEST_F(sqlTrackDbTest, LinksEveryRowOfALongTable)
+TEST_F(LibraryItdbReaderTest, LinksEveryRowOfALongTable)
 {
     constexpr int Count = 1000; // many times as many as are looked up at once
     create();
@@ -186,7 +186,7 @@ TEST_F(sqlTrackDbTest, LinksEveryRowOfALongTable)
     }
 }
 
-TEST_F(sqlTrackDbTest, TakesTheLaterOfTwoItemsThatDifferAboveBit31)
+TEST_F(LibraryItdbReaderTest, TakesTheLaterOfTwoItemsThatDifferAboveBit31)
 {
     create();
     addItem("1", "First");
@@ -195,7 +195,7 @@ TEST_F(sqlTrackDbTest, TakesTheLaterOfTwoItemsThatDifferAboveBit31)
     EXPECT_EQ(titles(read().tracks()), QStringList({"Second"}));
 }
 
-TEST_F(sqlTrackDbTest, ReadsNullsAsEmptyTextsAndNumbersOfZero)
+TEST_F(LibraryItdbReaderTest, ReadsNullsAsEmptyTextsAndNumbersOfZero)
 {
     create();
     library.run("insert into item (pid, title, artist, media_kind, total_time_ms, is_podcast) "
@@ -211,7 +211,7 @@ TEST_F(sqlTrackDbTest, ReadsNullsAsEmptyTextsAndNumbersOfZero)
     EXPECT_EQ(found.duration, 0.0);
 }
 
-TEST_F(sqlTrackDbTest, CutsAWideMediaKindToItsLowBits)
+TEST_F(LibraryItdbReaderTest, CutsAWideMediaKindToItsLowBits)
 {
     create();
     library.run("insert into item (pid, title, media_kind) values (1, 'One', 4294967298)");
@@ -219,7 +219,7 @@ TEST_F(sqlTrackDbTest, CutsAWideMediaKindToItsLowBits)
     EXPECT_EQ(read().tracks().at(0)->type, MovieTrack);
 }
 
-TEST_F(sqlTrackDbTest, ListsThePrimaryContainerAsAPlaylistWithoutDbInfo)
+TEST_F(LibraryItdbReaderTest, ListsThePrimaryContainerAsAPlaylistWithoutDbInfo)
 {
     create();
     library.run("delete from db_info");
@@ -231,7 +231,7 @@ TEST_F(sqlTrackDbTest, ListsThePrimaryContainerAsAPlaylistWithoutDbInfo)
     EXPECT_EQ(names(db.playlists()), QStringList("Player"));
 }
 
-TEST_F(sqlTrackDbTest, YieldsNoTracksWithoutTheContainerTables)
+TEST_F(LibraryItdbReaderTest, YieldsNoTracksWithoutTheContainerTables)
 {
     create();
     addItem("1", "One");
@@ -241,7 +241,7 @@ TEST_F(sqlTrackDbTest, YieldsNoTracksWithoutTheContainerTables)
     EXPECT_EQ(db.name(), "Player");
 }
 
-TEST_F(sqlTrackDbTest, ReadsTracksWithoutLocations)
+TEST_F(LibraryItdbReaderTest, ReadsTracksWithoutLocations)
 {
     create();
     addItem("1", "One");
@@ -252,14 +252,14 @@ TEST_F(sqlTrackDbTest, ReadsTracksWithoutLocations)
     EXPECT_TRUE(db.tracks()[0]->path.isNull());
 }
 
-TEST_F(sqlTrackDbTest, IsNotThereWithoutTheLibraryFile)
+TEST_F(LibraryItdbReaderTest, IsNotThereWithoutTheLibraryFile)
 {
     create();
     put("Locations.itdb", onDevice("iTunes Library.itlp/Locations.itdb"));
     EXPECT_EQ(device.trackDb(), nullptr);
 }
 
-TEST_F(sqlTrackDbTest, DeletesItsCopiesAndKeepsOthersForDiagnosis)
+TEST_F(LibraryItdbReaderTest, DeletesItsCopiesAndKeepsOthersForDiagnosis)
 {
     create();
     addItem("1", "One");
@@ -271,7 +271,7 @@ TEST_F(sqlTrackDbTest, DeletesItsCopiesAndKeepsOthersForDiagnosis)
     EXPECT_TRUE(QFile::exists(Utility::logFolder() + "/Locations.itdb"));
 }
 
-TEST_F(sqlTrackDbTest, DeletesItsCopiesWhenTheDatabasesCannotBeOpened)
+TEST_F(LibraryItdbReaderTest, DeletesItsCopiesWhenTheDatabasesCannotBeOpened)
 {
     device.put(onDevice("iTunes Library.itlp/Library.itdb"), Files::content(5000));
     device.put(onDevice("iTunes Library.itlp/Locations.itdb"), "");
@@ -280,4 +280,23 @@ TEST_F(sqlTrackDbTest, DeletesItsCopiesWhenTheDatabasesCannotBeOpened)
     EXPECT_TRUE(db.playlists().empty());
     EXPECT_TRUE(db.name().isNull());
     EXPECT_EQ(temporaryFiles(), QStringList());
+}
+
+TEST_F(LibraryItdbReaderTest, TakesTheLaterOfTwoRowsThatAreAlike)
+{
+    create();
+    library.run("insert into db_info (pid, primary_container_pid) values (2, 7)");
+    library.run("insert into container (pid, name) values (5, 'Old'), (4294967301, 'New')");
+    addItem("1", "One");
+    addMember("1", "100");
+    addMember("1", "5");
+    locations.run("drop table base_location; create table base_location (id, path);"
+                  "insert into base_location values (1, 'Old'), (4294967297, 'New');"
+                  "drop table location; create table location (item_pid, base_location_id, "
+                  "location); insert into location values (1, 1, 'A.mp3'), (1, 1, 'B.mp3')");
+    TrackDb& db = read();
+    EXPECT_EQ(db.name(), "Player") << "of the info, the first row counts";
+    ASSERT_EQ(db.tracks().size(), 1U);
+    EXPECT_EQ(db.tracks()[0]->path, "/Volumes/P/New/B.mp3");
+    EXPECT_EQ(names(db.playlists()), QStringList("New"));
 }

@@ -1,4 +1,4 @@
-#include "Device/sql/sql5TrackDb.h"
+#include "Device/sql/MediaLibraryReader.h"
 
 #include "Base/PathName.h"
 #include "Device/Device.h"
@@ -7,6 +7,21 @@
 namespace
 {
 const QString FileName = QStringLiteral("MediaLibrary.sqlitedb");
+const Query Items = {
+    .columns = "item.item_pid, item.base_location_id, genre.genre, item_extra.title, "
+               "item_extra.location, item_extra.media_kind, item_extra.total_time_ms, "
+               "item_extra.is_podcast, album.album, item_artist.item_artist",
+    .table = "item",
+    .joins = "left outer join genre on item.genre_id = genre.genre_id "
+             "left outer join item_extra on item.item_pid = item_extra.item_pid "
+             "left outer join album on item.album_pid = album.album_pid "
+             "left outer join item_artist on item.item_artist_pid = item_artist.item_artist_pid",
+    .where = "",
+    .bareColumns = "item.item_pid, item.base_location_id, null, item_extra.title, "
+                   "item_extra.location, item_extra.media_kind, item_extra.total_time_ms, "
+                   "item_extra.is_podcast, null, null",
+    .bareJoins = "left outer join item_extra on item.item_pid = item_extra.item_pid",
+    .isMain = true};
 constexpr std::size_t BytesPerMember = 8; // a 64-bit id, little-endian
 
 /// Seconds out of the column of milliseconds: values up to 1000 are seconds already.
@@ -17,49 +32,40 @@ double seconds(double stored)
 }
 } // namespace
 
-std::unique_ptr<TrackDb> sql5TrackDb::initWithDevice(Device& device)
+std::unique_ptr<TrackDb> MediaLibraryReader::initWithDevice(Device& device)
 {
-    std::unique_ptr<sql5TrackDb> reader(new sql5TrackDb(device));
-    if (!device.fileExists(reader->_libraryPath))
+    std::unique_ptr<MediaLibraryReader> reader(new MediaLibraryReader(device));
+    if (device.info(reader->_libraryPath).failedAs(Failure::Kind::Missing))
         return nullptr;
     TemporaryCopy::keepForDiagnosis(device, reader->_libraryPath, TemporaryCopy::SideFiles::Take);
     return reader;
 }
 
-sql5TrackDb::sql5TrackDb(Device& device)
+MediaLibraryReader::MediaLibraryReader(Device& device)
     : SqlReader(device)
     , _libraryPath(PathName::join(PathName::join(device.controlPath(), u"iTunes"), FileName))
 {
 }
 
-QString sql5TrackDb::format() const
+QString MediaLibraryReader::format() const
 {
     return FileName;
 }
 
-void sql5TrackDb::parse()
+void MediaLibraryReader::parse()
 {
     const TemporaryCopy copy(device(), _libraryPath, TemporaryCopy::SideFiles::Take);
-    const Database database(copy);
+    const Database database(copy,
+                            LibraryProblems(LibraryProblems::Library::Music, foundProblems()));
     Found found;
-    readPrimaryContainer(found, database.prepare("select primary_container_pid from db_info"));
-    readBaseLocations(found, database.prepare("select base_location_id, path from base_location"));
-    readItems(
-        found,
-        database.prepare(
-            "select item.item_pid, item.base_location_id, genre.genre, item_extra.title, "
-            "item_extra.location, item_extra.media_kind, item_extra.total_time_ms, "
-            "item_extra.is_podcast, album.album, item_artist.item_artist from item "
-            "left outer join genre on item.genre_id = genre.genre_id "
-            "left outer join item_extra on item.item_pid = item_extra.item_pid "
-            "left outer join album on item.album_pid = album.album_pid "
-            "left outer join item_artist on item.item_artist_pid = item_artist.item_artist_pid"));
-    readContainers(found, database.prepare("select container_pid, name from container"));
-    readMembers(found,
-                database.prepare("select container_pid, item_pid_data from container_items"));
+    readPrimaryContainer(found, database.prepare({"primary_container_pid", "db_info"}));
+    readBaseLocations(found, database.prepare({"base_location_id, path", "base_location"}));
+    readItems(found, database.prepare(Items));
+    readContainers(found, database.prepare({"container_pid, name", "container"}));
+    readMembers(found, database.prepare({"container_pid, item_pid_data", "container_items"}));
 }
 
-void sql5TrackDb::readItems(Found& found, Statement items)
+void MediaLibraryReader::readItems(Found& found, Statement items)
 {
     while (items.step()) {
         Track& track = newTrack();
@@ -77,13 +83,13 @@ void sql5TrackDb::readItems(Found& found, Statement items)
     found.texts.finish();
 }
 
-void sql5TrackDb::readMembers(Found& found, Statement containerItems)
+void MediaLibraryReader::readMembers(Found& found, Statement containerItems)
 {
     while (containerItems.step())
         addMembers(found, containerItems.id(0), containerItems.blob(1));
 }
 
-void sql5TrackDb::addMembers(Found& found, qint32 container, ByteView members)
+void MediaLibraryReader::addMembers(Found& found, qint32 container, ByteView members)
 {
     const std::size_t whole = members.size() - members.size() % BytesPerMember;
     // The members of the primary container are in `tracks` already.
