@@ -3,11 +3,11 @@
 #include "Base/PathName.h"
 #include "Base/Utility.h"
 #include "Device/Device.h"
+#include "Device/IdMap.h"
 #include "Device/Ithmb.h"
 #include "Device/PathsWithNul.h"
 #include "Device/TemporaryCopy.h"
 #include "Device/sql/Database.h"
-#include "Device/sql/IdMap.h"
 
 #include <QStringList>
 
