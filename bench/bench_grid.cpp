@@ -2,7 +2,7 @@
 
 #include "Device/Photo.h"
 #include "Window/PhotoGrid.h"
-#include "Window/Views/NSCollectionViewEx.h"
+#include "Window/Views/PhotoListView.h"
 #include "support/SamplePicture.h"
 
 #include <QApplication>
@@ -48,7 +48,7 @@ public:
     /// Lays out, if that is due, and draws what is visible.
     void paint()
     {
-        NSCollectionViewEx* view = _grid.collectionView();
+        PhotoListView* view = _grid.collectionView();
         benchmark::DoNotOptimize(view->visualRect(view->model()->index(0, 0)));
         benchmark::DoNotOptimize(view->viewport()->grab());
     }

@@ -6,8 +6,8 @@
 #include "Window/SourceList.h"
 #include "Window/Style.h"
 #include "Window/TrackTable.h"
-#include "Window/Views/NSOutlineViewEx.h"
-#include "Window/Views/NSTableViewEx.h"
+#include "Window/Views/RowTableView.h"
+#include "Window/Views/SourceTreeView.h"
 #include "support/LargeLibrary.h"
 #include "support/MemoryDevice.h"
 
@@ -39,7 +39,7 @@ public:
 
     MainWindow& window() { return _controller.window(); }
     QAbstractItemView& sources() { return *window().sources().outlineView(); }
-    NSTableViewEx& table() { return *window().tracks().tableView(); }
+    RowTableView& table() { return *window().tracks().tableView(); }
     void choose(const char* category)
     {
         const QModelIndexList found =
@@ -116,11 +116,11 @@ void Keystroke(benchmark::State& state)
     desk.window().searchField().clear();
 }
 
-void chooseRows(benchmark::State& state, NSTableViewEx* (BrowserPane::*view)() const)
+void chooseRows(benchmark::State& state, RowTableView* (BrowserPane::*view)() const)
 {
     Desk& desk = Desk::shared();
     desk.showAllMusic();
-    NSTableViewEx* list = (desk.window().browser().*view)();
+    RowTableView* list = (desk.window().browser().*view)();
     int row = 0;
     for (auto _ : state) {
         list->selectRow(1 + row++ % (list->model()->rowCount() - 1));

@@ -10,8 +10,8 @@
 #include "Window/SourceList.h"
 #include "Window/Style.h"
 #include "Window/TrackTable.h"
-#include "Window/Views/NSOutlineViewEx.h"
-#include "Window/Views/NSTableViewEx.h"
+#include "Window/Views/RowTableView.h"
+#include "Window/Views/SourceTreeView.h"
 #include "support/Files.h"
 #include "support/LargeLibrary.h"
 #include "support/PrivateMounts.h"
@@ -126,9 +126,10 @@ void Photographer::takeExport()
 
 void Photographer::takeAll()
 {
-    for (int i = 0; i < Config::FolderCount; ++i) {
-        const auto folder = Config::Folder(i);
-        Config::instance().setFolderPath(folder, PathName::join(_out, Config::folderName(folder)));
+    for (int i = 0; i < int(Sections::Count); ++i) {
+        const auto folder = Section(i);
+        Config::instance().setFolderPath(folder,
+                                         PathName::join(_out, Sections::folderName(folder)));
     }
     window().resize(PictureSize);
     _controller.start();

@@ -1,6 +1,7 @@
 #include "Base/Utility.h"
 
 #include "Base/Exception.h"
+#include "Base/FolderRemoval.h"
 #include "Base/PathName.h"
 #include "Base/Program.h"
 
@@ -91,7 +92,9 @@ QString Utility::logFolder()
 
 void Utility::clearLog()
 {
-    QDir(PathName::join(applicationSupportFolder(), u"log")).removeRecursively();
+    const QString base = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    // Whoever put a link there, it is not for the program to empty what it leads to.
+    (void)FolderRemoval::removeOwn(base, {Program::briefName(), QStringLiteral("log")});
 }
 
 QString Utility::createFolder(const QString& path)

@@ -1,38 +1,28 @@
 #include "Console/Categories.h"
 
-#include <algorithm>
-
-const QString Categories::VoiceMemos = QStringLiteral("voiceMemos");
 const QString Categories::PlaylistPrefix = QStringLiteral("playlist=");
 const QString Categories::AlbumPrefix = QStringLiteral("album=");
 
-const std::vector<Categories::Media>& Categories::media()
+std::vector<Section> Categories::ofLibrary()
 {
-    static const std::vector<Media> categories = {
-        {MediaCategory::Music, QStringLiteral("music")},
-        {MediaCategory::Movies, QStringLiteral("movies")},
-        {MediaCategory::TVShows, QStringLiteral("tvShows")},
-        {MediaCategory::Podcasts, QStringLiteral("podcasts")},
-        {MediaCategory::Audiobooks, QStringLiteral("audiobooks")},
-        {MediaCategory::Ringtones, QStringLiteral("ringtones")},
-        {MediaCategory::Books, QStringLiteral("books")},
-    };
-    return categories;
+    std::vector<Section> sections;
+    for (const SectionFacts& one : Sections::all()) {
+        if (one.inLibraryIndex)
+            sections.push_back(one.section);
+    }
+    return sections;
 }
 
 std::vector<std::string> Categories::names()
 {
     std::vector<std::string> all;
-    for (const Media& one : media())
-        all.push_back(one.name.toStdString());
-    all.insert(all.end(), {"playlists", VoiceMemos.toStdString(), "cameraRoll", "photos"});
+    for (const SectionFacts& one : Sections::all())
+        all.emplace_back(one.key);
     return all;
 }
 
 bool Categories::isExportable(const QString& what)
 {
-    const std::vector<std::string> all = names();
     return what == u"all" || what == u"media" || what.startsWith(PlaylistPrefix) ||
-           what.startsWith(AlbumPrefix) ||
-           std::find(all.begin(), all.end(), what.toStdString()) != all.end();
+           what.startsWith(AlbumPrefix) || Sections::withKey(what).has_value();
 }

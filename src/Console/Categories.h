@@ -1,31 +1,22 @@
 #pragma once
 
-#include "Device/Track.h"
+#include "Device/Section.h"
 
 #include <QString>
 
 #include <string>
 #include <vector>
 
-/// The names that the console gives to what a device holds.
+/// The words that the console takes for what a device holds: the keys of the sections, and a few
+/// of its own.
 namespace Categories
 {
-/// A category of the library's index and its name.
-struct Media {
-    MediaCategory category;
-    QString name;
-};
-
-/// The seven categories that a library files its tracks under, in order.
-const std::vector<Media>& media();
-/// All names that "list" and "export" take, in order: the seven, "playlists", "voiceMemos",
-/// "cameraRoll" and "photos".
+/// The sections that a library keeps an index of, in order.
+std::vector<Section> ofLibrary();
+/// All names that "list" and "export" take, in order.
 std::vector<std::string> names();
 /// Whether "export" takes `what`: a name, "all", "media", "playlist=..." or "album=...".
 bool isExportable(const QString& what);
-
-/// The recordings, which are in no library.
-extern const QString VoiceMemos;
 
 /// What stands before a playlist's or an album's own name.
 extern const QString PlaylistPrefix;

@@ -117,13 +117,13 @@ std::optional<ClashAnswer> ConsoleExportHost::askClash(const QString& path)
     }
 }
 
-std::optional<bool> ConsoleExportHost::checkToiTunes()
+std::optional<bool> ConsoleExportHost::askForHandOver()
 {
     return false; // the console copies into folders only
 }
 
-void ConsoleExportHost::exportToiTunes(const QString& /*path*/,
-                                       const std::vector<Playlist*>& /*playlists*/)
+void ConsoleExportHost::handOver(const QString& /*path*/,
+                                 const std::vector<Playlist*>& /*playlists*/)
 {
 }
 

@@ -21,8 +21,8 @@ public:
     void showFinish(bool canceled, bool alert) override;
     /// Asks on a terminal; elsewhere a numbered name is chosen.
     std::optional<ClashAnswer> askClash(const QString& path) override;
-    std::optional<bool> checkToiTunes() override;
-    void exportToiTunes(const QString& path, const std::vector<Playlist*>& playlists) override;
+    std::optional<bool> askForHandOver() override;
+    void handOver(const QString& path, const std::vector<Playlist*>& playlists) override;
 
     /// Stops the copy once an interrupt came.
     bool exported(double progress) override;

@@ -5,11 +5,9 @@
 #include "Console/DeviceChooser.h"
 #include "Console/Interrupt.h"
 #include "Console/Terminal.h"
-#include "Device/BookDb.h"
-#include "Device/CameraRollDb.h"
 #include "Device/PhotoDb.h"
+#include "Device/SectionItems.h"
 #include "Device/TrackDb.h"
-#include "Device/VoiceMemoDb.h"
 #include "Device/iPhone/PhoneDevice.h"
 #include "Export/Config.h"
 #include "Export/ExportJob.h"
@@ -41,10 +39,9 @@ Config settings(const CommandLine& line)
         config.setCopyRule(ruleOf(line.clash));
     if (!line.destination.isNull()) {
         const QString base = QDir(line.destination).absolutePath();
-        for (int i = 0; i < Config::FolderCount; ++i) {
-            const auto folder = Config::Folder(i);
-            config.setFolderPath(folder, PathName::join(base, Config::folderName(folder)));
-        }
+        for (const SectionFacts& one : Sections::all())
+            config.setFolderPath(one.section,
+                                 PathName::join(base, QString::fromLatin1(one.folder)));
     }
     return config;
 }
@@ -66,26 +63,18 @@ public:
             return addPlaylists(what.sliced(Categories::PlaylistPrefix.size()));
         if (what.startsWith(Categories::AlbumPrefix))
             return addAlbums(what.sliced(Categories::AlbumPrefix.size()));
-        if (what == u"playlists")
-            _parts.push_back({{}, _library ? _library->playlists() : std::vector<Playlist*>(), {}});
-        else if (what == u"media")
-            addMedia();
+        if (what == u"media")
+            _parts.push_back(SectionItems::media(_device));
         else if (what == u"all")
             addAll();
-        else if (what == Categories::VoiceMemos)
-            addVoiceMemos();
-        else if (what == u"photos" && _device.photoDb())
-            _parts.push_back({{}, {}, _device.photoDb()->photos()});
-        else if (what == u"cameraRoll" && _device.cameraRollDb())
-            _parts.push_back({{}, {}, _device.cameraRollDb()->photos()});
-        else
-            addCategory(what);
+        else if (const std::optional<Section> section = Sections::withKey(what))
+            addSection(*section);
         return true;
     }
 
     void exportAll(ExportJob& job) const
     {
-        for (const Part& part : _parts) {
+        for (const SectionItems& part : _parts) {
             if (Interrupt::requested())
                 return;
             job.exportTracks(part.tracks);
@@ -95,16 +84,9 @@ public:
     }
 
 private:
-    /// One job: tracks, playlists or photos.
-    struct Part {
-        std::vector<Track*> tracks;
-        std::vector<Playlist*> playlists;
-        std::vector<Photo*> photos;
-    };
-
     bool addPlaylists(const QString& name)
     {
-        Part part;
+        SectionItems part;
         if (_library)
             std::copy_if(_library->playlists().begin(), _library->playlists().end(),
                          std::back_inserter(part.playlists),
@@ -117,37 +99,10 @@ private:
         return true;
     }
 
-    void addMedia()
-    {
-        if (_library)
-            _parts.push_back({_library->tracks(), {}, {}});
-    }
-
     void addAll()
     {
-        addMedia();
-        // Where the books are the library's own, they are among the media.
-        if (BookDb* catalogue = BookDb::filledCatalogue(_device))
-            _parts.push_back({catalogue->bookList(), {}, {}});
-        if (_device.voiceMemoDb())
-            addVoiceMemos();
-        addAllPhotos();
-    }
-
-    void addVoiceMemos()
-    {
-        if (VoiceMemoDb* recordings = _device.voiceMemoDb())
-            _parts.push_back({recordings->memos(), {}, {}});
-        else
-            sayThereAreNone(Categories::VoiceMemos);
-    }
-
-    void addAllPhotos()
-    {
-        if (CameraRollDb* roll = _device.cameraRollDb())
-            _parts.push_back({{}, {}, roll->photos()});
-        if (PhotoDb* library = _device.photoDb())
-            _parts.push_back({{}, {}, library->photos()});
+        for (SectionItems& part : SectionItems::everything(_device))
+            _parts.push_back(std::move(part));
     }
 
     bool addAlbums(const QString& name)
@@ -165,27 +120,18 @@ private:
         return found;
     }
 
-    void addCategory(const QString& name)
+    void addSection(Section section)
     {
-        for (const Categories::Media& media : Categories::media()) {
-            if (media.name == name) {
-                if (_library)
-                    _parts.push_back(
-                        {_library->category(media.category).tracks(CategoryIndex::AllKey), {}, {}});
-                return;
-            }
-        }
-        sayThereAreNone(name);
-    }
-
-    static void sayThereAreNone(const QString& name)
-    {
-        Terminal::say(tr("The device has no %1.").arg(name));
+        if (std::optional<SectionItems> items = SectionItems::of(_device, section))
+            _parts.push_back(std::move(*items));
+        else if (_library ||
+                 section > Section::Playlists) // else it was said that there is no library
+            Terminal::say(tr("The device has no %1.").arg(Sections::key(section)));
     }
 
     Device& _device;
     TrackDb* _library;
-    std::vector<Part> _parts;
+    std::vector<SectionItems> _parts;
 };
 
 /// Makes the host the delegate for as long as it lives.

@@ -169,11 +169,11 @@ private:
     void writeCategories(bool ringtones, Write write)
     {
         const char* separator = "{";
-        for (const Categories::Media& media : Categories::media()) {
-            if (media.category == MediaCategory::Ringtones && !ringtones)
+        for (const Section section : Categories::ofLibrary()) {
+            if (section == Section::Ringtones && !ringtones)
                 continue;
-            _sink(separator + quoted(media.name) + ":");
-            write(_library.category(media.category));
+            _sink(separator + quoted(Sections::key(section)) + ":");
+            write(_library.category(section));
             separator = ",\n";
         }
         _sink("}");

@@ -51,9 +51,9 @@ void printCount(const QString& category, std::size_t count)
 
 void printLibraryCounts(TrackDb& library)
 {
-    for (const Categories::Media& media : Categories::media())
-        printCount(media.name,
-                   library.category(media.category).tracks(CategoryIndex::AllKey).size());
+    for (const Section section : Categories::ofLibrary())
+        printCount(Sections::key(section),
+                   library.category(section).tracks(CategoryIndex::AllKey).size());
     printCount(QStringLiteral("playlists"), library.playlists().size());
 }
 
@@ -68,13 +68,11 @@ void printLibraryCategory(TrackDb& library, const QString& category)
         printPlaylists(library.playlists());
         return;
     }
-    for (const Categories::Media& media : Categories::media()) {
-        if (media.name == category) {
-            printTracks(library.category(media.category).tracks(CategoryIndex::AllKey));
-            return;
-        }
-    }
-    sayThereAreNone(category);
+    const std::optional<Section> section = Sections::withKey(category);
+    if (section && Sections::facts(*section).inLibraryIndex)
+        printTracks(library.category(*section).tracks(CategoryIndex::AllKey));
+    else
+        sayThereAreNone(category);
 }
 
 void printVoiceMemos(VoiceMemoDb* recordings)
@@ -82,7 +80,7 @@ void printVoiceMemos(VoiceMemoDb* recordings)
     if (recordings)
         printTracks(recordings->memos());
     else
-        sayThereAreNone(Categories::VoiceMemos);
+        sayThereAreNone(Sections::key(Section::VoiceMemos));
 }
 
 void printCounts(TrackDb* library, VoiceMemoDb* recordings)
@@ -90,7 +88,7 @@ void printCounts(TrackDb* library, VoiceMemoDb* recordings)
     if (library)
         printLibraryCounts(*library);
     if (recordings)
-        printCount(Categories::VoiceMemos, recordings->memos().size());
+        printCount(Sections::key(Section::VoiceMemos), recordings->memos().size());
 }
 } // namespace
 
@@ -106,7 +104,7 @@ int Commands::list(const CommandLine& line)
         (void)library->tracks(); // before any category is asked for
     VoiceMemoDb* recordings = device->voiceMemoDb();
     const auto photos = PhotoListing::counts(*device);
-    if (line.category == Categories::VoiceMemos) {
+    if (line.category == Sections::key(Section::VoiceMemos)) {
         printVoiceMemos(recordings);
     } else if (line.category.isNull() && (library || recordings || !photos.empty())) {
         printCounts(library, recordings);

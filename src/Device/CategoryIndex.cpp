@@ -1,6 +1,6 @@
 #include "Device/CategoryIndex.h"
 
-#include "Base/NSStringEx.h"
+#include "Base/StarOrder.h"
 #include "Device/Track.h"
 
 #include <QSet>
@@ -54,7 +54,7 @@ void CategoryIndex::forEachCombination(const Row& row, Visit visit) const
         Combination parts;
         for (unsigned level = 0; level < LevelCount; ++level) {
             const bool ownValue = (taken & (1U << (Album - level))) != 0;
-            parts[level] = ownValue ? own[level] : NSStringEx::Star;
+            parts[level] = ownValue ? own[level] : StarOrder::Star;
         }
         if (!parts[Genre].isEmpty() && !parts[Artist].isEmpty() && !parts[Album].isEmpty())
             visit(parts);
@@ -101,7 +101,7 @@ QHash<QString, std::vector<Track*>> CategoryIndex::trackMap() const
 
 CategoryIndex::AlbumTree CategoryIndex::albumTree() const
 {
-    const QString star = NSStringEx::Star.toString();
+    const QString star = StarOrder::Star.toString();
     QHash<QString, QHash<QString, QSet<QString>>> sets;
     sets[star][star].insert(star); // there even when the category is empty
     for (const Row& row : _rows) {
@@ -117,7 +117,7 @@ CategoryIndex::AlbumTree CategoryIndex::albumTree() const
         for (auto artist = genre->constBegin(); artist != genre->constEnd(); ++artist) {
             QStringList& albums = tree[genre.key()][artist.key()];
             albums = artist->values();
-            NSStringEx::sortStarFirst(albums);
+            StarOrder::sortStarFirst(albums);
         }
     }
     return tree;
@@ -125,7 +125,7 @@ CategoryIndex::AlbumTree CategoryIndex::albumTree() const
 
 CategoryIndex::Choice CategoryIndex::choice(const QString& text) const
 {
-    return {text == NSStringEx::Star, _ids.value(text, NoText)};
+    return {text == StarOrder::Star, _ids.value(text, NoText)};
 }
 
 QStringList CategoryIndex::genres() const
@@ -160,12 +160,12 @@ QStringList CategoryIndex::values(Level level, Choice genre, Choice artist) cons
     QStringList list;
     if (!exists)
         return list;
-    present[_ids.value(NSStringEx::Star.toString(), NoText)] = false;
-    list.append(NSStringEx::Star.toString());
+    present[_ids.value(StarOrder::Star.toString(), NoText)] = false;
+    list.append(StarOrder::Star.toString());
     for (TextId id = 1; id < present.size(); ++id) {
         if (present[id])
             list.append(_texts[id - 1]);
     }
-    NSStringEx::sortStarFirst(list);
+    StarOrder::sortStarFirst(list);
     return list;
 }

@@ -3,13 +3,13 @@
 #include "Device/BookDb.h"
 #include "Device/CameraRollDb.h"
 #include "Device/DeviceDelegate.h"
+#include "Device/Formats.h"
 #include "Device/PhotoDb.h"
 #include "Device/TrackDb.h"
 #include "Device/VoiceMemoDb.h"
-#include "Device/iPhone/PhoneDevice.h"
-#include "Device/iPod/iPodDevice.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 
 #include <atomic>
 
@@ -65,15 +65,15 @@ DeviceDelegate* Device::delegate()
 Device::Devices Device::init()
 {
     Devices devices;
-    addFamily(devices, PhoneDevice::init());
-    addFamily(devices, iPodDevice::init());
+    for (const DeviceFamily& family : Formats::families())
+        addFamily(devices, family.start());
     return devices;
 }
 
 void Device::uninit()
 {
-    PhoneDevice::uninit();
-    iPodDevice::uninit();
+    for (const DeviceFamily& family : Formats::families())
+        family.stop();
 }
 
 void Device::addFamily(Devices& devices, const Devices& family)
@@ -175,6 +175,14 @@ CopyResult Device::copyOut(const QString& /*from*/, const QString& /*to*/,
                            std::optional<int> /*progress*/)
 {
     return {};
+}
+
+CopyResult Device::copyOutNew(const QString& from, const QString& to, std::optional<int> progress)
+{
+    const QFileInfo there(to);
+    if (there.exists() || there.isSymLink())
+        return {CopyResult::End::Taken, {}};
+    return copyOut(from, to, progress);
 }
 
 bool Device::copyOutSqlite(const QString& from, const QString& to, std::optional<int> progress)

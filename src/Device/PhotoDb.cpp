@@ -1,13 +1,11 @@
 #include "Device/PhotoDb.h"
 
 #include "Base/Exception.h"
-#include "Device/itdb/itdbPhotoDb.h"
-#include "Device/sql/sql5PhotoDb.h"
+#include "Device/Formats.h"
 
 std::unique_ptr<PhotoDb> PhotoDb::create(Device& device)
 {
-    // The first that finds its file wins; a new format is one new line here.
-    for (const auto probe : {itdbPhotoDb::initWithDevice, sql5PhotoDb::initWithDevice}) {
+    for (const auto probe : Formats::photoLibraries()) {
         if (auto reader = probe(device))
             return reader;
     }

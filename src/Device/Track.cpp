@@ -1,21 +1,21 @@
 #include "Device/Track.h"
 
-MediaCategory Track::category() const
+Section Track::category() const
 {
     // The order of the tests decides where two could hold.
     if (type == TVShowTrack)
-        return MediaCategory::TVShows;
+        return Section::TVShows;
     if (type == AudiobookTrack)
-        return MediaCategory::Audiobooks;
+        return Section::Audiobooks;
     if (isPodcast || type == PodcastTrack)
-        return MediaCategory::Podcasts;
+        return Section::Podcasts;
     if (type == MovieTrack || type == OtherMovieTrack)
-        return MediaCategory::Movies;
+        return Section::Movies;
     if (type == RingtoneTrack)
-        return MediaCategory::Ringtones;
+        return Section::Ringtones;
     if (type == BookTrack)
-        return MediaCategory::Books;
+        return Section::Books;
     if (type == VoiceMemoTrack)
-        return MediaCategory::VoiceMemos;
-    return MediaCategory::Music;
+        return Section::VoiceMemos;
+    return Section::Music;
 }

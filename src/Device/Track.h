@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Device/Section.h"
+
 #include <QString>
 
 #include <vector>
@@ -22,18 +24,6 @@ enum TrackType : int {
     BookTrack = 11
 };
 
-/// The categories that media are shown and exported in.
-enum class MediaCategory {
-    Music,
-    Movies,
-    TVShows,
-    Podcasts,
-    Audiobooks,
-    Ringtones,
-    Books,
-    VoiceMemos
-};
-
 /// One media item of a device. Texts are null where the library gives none. A reader owns its
 /// tracks and playlists; the pointers between them live as long as the reader.
 struct Track {
@@ -50,5 +40,5 @@ struct Track {
 
     /// The category by type and podcast flag. A TV show or an audiobook that is flagged as a
     /// podcast stays what its type says; a movie so flagged is a podcast.
-    [[nodiscard]] MediaCategory category() const;
+    [[nodiscard]] Section category() const;
 };

@@ -4,15 +4,11 @@
 #include "Base/PathName.h"
 #include "Device/BookDb.h"
 #include "Device/Device.h"
-#include "Device/itdb/itdbTrackDb.h"
-#include "Device/sql/sql5TrackDb.h"
-#include "Device/sql/sqlTrackDb.h"
+#include "Device/Formats.h"
 
 std::unique_ptr<TrackDb> TrackDb::create(Device& device)
 {
-    // The first that finds its file wins; a new format is one new line here.
-    for (const auto probe :
-         {sql5TrackDb::initWithDevice, sqlTrackDb::initWithDevice, itdbTrackDb::initWithDevice}) {
+    for (const auto probe : Formats::libraries()) {
         if (auto reader = probe(device))
             return reader;
     }
@@ -57,14 +53,14 @@ void TrackDb::load()
     }
 }
 
-const CategoryIndex& TrackDb::category(MediaCategory category)
+const CategoryIndex& TrackDb::category(Section section)
 {
-    if (category == MediaCategory::Books) {
+    if (section == Section::Books) {
         if (BookDb* catalogue = BookDb::filledCatalogue(_device))
             return catalogue->books();
     }
     fillTracks();
-    return _index.at(std::size_t(category));
+    return _index.at(std::size_t(section));
 }
 
 void TrackDb::fillTracks()
@@ -72,12 +68,13 @@ void TrackDb::fillTracks()
     if (_filled)
         return;
     _filled = true;
+    load();
     for (Track* track : _tracks) {
-        const MediaCategory category = track->category();
-        if (category == MediaCategory::Ringtones)
+        const Section category = track->category();
+        if (category == Section::Ringtones)
             _index[std::size_t(category)].addFlat(track);
-        else if (category == MediaCategory::VoiceMemos) // has no index of its own
-            _index[std::size_t(MediaCategory::Music)].add(track);
+        else if (category == Section::VoiceMemos) // has no index of its own
+            _index[std::size_t(Section::Music)].add(track);
         else
             _index[std::size_t(category)].add(track);
     }

@@ -45,18 +45,17 @@ public:
 
     /// What could not be read, as far as it has been read by now.
     [[nodiscard]] const ProblemList& problems() const { return _problems; }
-    /// The index of a category. All are filled at the first call, from what has been loaded by
-    /// then: call `tracks` before.
-    const CategoryIndex& music() { return category(MediaCategory::Music); }
-    const CategoryIndex& movies() { return category(MediaCategory::Movies); }
-    const CategoryIndex& tvShows() { return category(MediaCategory::TVShows); }
-    const CategoryIndex& podcasts() { return category(MediaCategory::Podcasts); }
-    const CategoryIndex& audiobooks() { return category(MediaCategory::Audiobooks); }
-    const CategoryIndex& ringtones() { return category(MediaCategory::Ringtones); }
-    const CategoryIndex& books() { return category(MediaCategory::Books); }
+    /// The index of a category. All are filled at the first call.
+    const CategoryIndex& music() { return category(Section::Music); }
+    const CategoryIndex& movies() { return category(Section::Movies); }
+    const CategoryIndex& tvShows() { return category(Section::TVShows); }
+    const CategoryIndex& podcasts() { return category(Section::Podcasts); }
+    const CategoryIndex& audiobooks() { return category(Section::Audiobooks); }
+    const CategoryIndex& ringtones() { return category(Section::Ringtones); }
+    const CategoryIndex& books() { return category(Section::Books); }
     /// One of the seven above; voice memos have no index. Where the device's book catalogue holds
     /// books, these are the books, and those of the library show in `tracks` only.
-    const CategoryIndex& category(MediaCategory category);
+    const CategoryIndex& category(Section section);
 
     /// The track type of a media kind as the databases store it; 0 for any other number.
     static int mediaTypeToTrackType(qint32 mediaKind);
@@ -96,6 +95,6 @@ private:
     std::deque<Playlist> _ownedPlaylists;
     std::vector<Track*> _tracks;
     std::vector<Playlist*> _playlists;
-    static constexpr std::size_t IndexCount = std::size_t(MediaCategory::Books) + 1;
+    static constexpr std::size_t IndexCount = std::size_t(Section::Books) + 1;
     std::array<CategoryIndex, IndexCount> _index;
 };

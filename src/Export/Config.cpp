@@ -9,30 +9,6 @@
 
 namespace
 {
-struct FolderSetting {
-    QString key;
-    QString name;
-};
-
-/// In the order of Config::Folder.
-const std::array<FolderSetting, Config::FolderCount>& folderSettings()
-{
-    static const std::array<FolderSetting, Config::FolderCount> settings = {{
-        {QStringLiteral("MusicDir"), QStringLiteral("Music")},
-        {QStringLiteral("MoviesDir"), QStringLiteral("Movies")},
-        {QStringLiteral("TVShowsDir"), QStringLiteral("TV Shows")},
-        {QStringLiteral("PodcastsDir"), QStringLiteral("Podcasts")},
-        {QStringLiteral("AudiobooksDir"), QStringLiteral("Audiobooks")},
-        {QStringLiteral("RingtonesDir"), QStringLiteral("Ringtones")},
-        {QStringLiteral("BooksDir"), QStringLiteral("Books")},
-        {QStringLiteral("PlaylistsDir"), QStringLiteral("Playlists")},
-        {QStringLiteral("VoiceMemosDir"), QStringLiteral("Voice Memos")},
-        {QStringLiteral("CameraRollDir"), QStringLiteral("Camera Roll")},
-        {QStringLiteral("PhotosDir"), QStringLiteral("Photos")},
-    }};
-    return settings;
-}
-
 const QString CopyRuleKey = QStringLiteral("CopyRule");
 const QString HideBrowserKey = QStringLiteral("HideBrowser");
 const QString CheckVersionKey = QStringLiteral("CheckVersion");
@@ -51,11 +27,6 @@ QString defaultFolder(const QString& name)
 }
 } // namespace
 
-QString Config::folderName(Folder folder)
-{
-    return folderSettings().at(std::size_t(folder)).name;
-}
-
 Config& Config::instance()
 {
     static Config config;
@@ -70,11 +41,11 @@ Config::Config()
 void Config::load()
 {
     const QSettings settings = store();
-    for (std::size_t i = 0; i < FolderCount; ++i) {
-        const QVariant value = settings.value(folderSettings()[i].key);
-        _folders[i] = value.typeId() == QMetaType::QString
-                          ? value.toString()
-                          : defaultFolder(folderSettings()[i].name);
+    for (const SectionFacts& one : Sections::all()) {
+        const QVariant value = settings.value(QLatin1String(one.settingsKey));
+        _folders[std::size_t(one.section)] = value.typeId() == QMetaType::QString
+                                                 ? value.toString()
+                                                 : defaultFolder(QString::fromLatin1(one.folder));
     }
     _copyRule = settings.value(CopyRuleKey).toInt();
     _hideBrowser = settings.value(HideBrowserKey).toBool();
@@ -84,26 +55,26 @@ void Config::load()
 void Config::save() const
 {
     QSettings settings = store();
-    for (std::size_t i = 0; i < FolderCount; ++i)
-        settings.setValue(folderSettings()[i].key, _folders[i]);
+    for (const SectionFacts& one : Sections::all())
+        settings.setValue(QLatin1String(one.settingsKey), folderPath(one.section));
     settings.setValue(CopyRuleKey, _copyRule);
     settings.setValue(HideBrowserKey, _hideBrowser);
     settings.setValue(CheckVersionKey, _checkVersion);
 }
 
-const QString& Config::folderPath(Folder folder) const
+const QString& Config::folderPath(Section section) const
 {
-    return _folders.at(std::size_t(folder));
+    return _folders.at(std::size_t(section));
 }
 
-void Config::setFolderPath(Folder folder, const QString& path)
+void Config::setFolderPath(Section section, const QString& path)
 {
-    _folders.at(std::size_t(folder)) = path;
+    _folders.at(std::size_t(section)) = path;
 }
 
-QString Config::existingFolder(Folder folder) const
+QString Config::existingFolder(Section section) const
 {
-    const QString& path = folderPath(folder);
+    const QString& path = folderPath(section);
     Utility::createFolder(path);
     return path;
 }

@@ -32,7 +32,7 @@ public:
     /// Which rule to apply to a file that exists already; no answer ends the job.
     virtual std::optional<ClashAnswer> askClash(const QString& path) = 0;
     /// Whether the copied files go to the music application as well; no answer starts no job.
-    virtual std::optional<bool> checkToiTunes() = 0;
+    virtual std::optional<bool> askForHandOver() = 0;
     /// A file to be handed to the music application, with the playlists it belongs to.
-    virtual void exportToiTunes(const QString& path, const std::vector<Playlist*>& playlists) = 0;
+    virtual void handOver(const QString& path, const std::vector<Playlist*>& playlists) = 0;
 };

@@ -1,13 +1,11 @@
 #include "Export/ExportPath.h"
 
 #include "Base/PathName.h"
-#include "Base/Utility.h"
 #include "Device/Album.h"
 #include "Device/Photo.h"
 #include "Device/Playlist.h"
 #include "Device/Track.h"
 
-#include <QCoreApplication>
 #include <QDir>
 
 namespace
@@ -22,78 +20,69 @@ QString subfolder(const Track& track, const Playlist* playlist)
 {
     if (playlist)
         return playlist->name;
-    const MediaCategory category = track.category();
-    if (category == MediaCategory::Ringtones || category == MediaCategory::VoiceMemos)
+    const Section category = track.category();
+    if (category == Section::Ringtones || category == Section::VoiceMemos)
         return {};
     return PathName::join(orUnknown(track.artist, QStringLiteral("Unknown Artist")),
                           orUnknown(track.album, QStringLiteral("Unknown Album")));
 }
 } // namespace
 
-Config::Folder ExportPath::folderOf(const Track& track, const Playlist* playlist)
+Section ExportPath::folderOf(const Track& track, const Playlist* playlist)
 {
-    if (playlist)
-        return Config::Folder::Playlists;
-    switch (track.category()) {
-    case MediaCategory::Music:
-        return Config::Folder::Music;
-    case MediaCategory::Movies:
-        return Config::Folder::Movies;
-    case MediaCategory::TVShows:
-        return Config::Folder::TVShows;
-    case MediaCategory::Podcasts:
-        return Config::Folder::Podcasts;
-    case MediaCategory::Audiobooks:
-        return Config::Folder::Audiobooks;
-    case MediaCategory::Ringtones:
-        return Config::Folder::Ringtones;
-    case MediaCategory::Books:
-        return Config::Folder::Books;
-    case MediaCategory::VoiceMemos:
-        return Config::Folder::VoiceMemos;
-    }
-    return Config::Folder::Music;
+    return playlist ? Section::Playlists : track.category();
 }
 
 ExportPath ExportPath::trackPath(const Track& track, const Playlist* playlist, const Config& config)
 {
-    const QString category = config.existingFolder(folderOf(track, playlist));
+    const Section category = folderOf(track, playlist);
+    const QString folder = config.folderPath(category);
     const QString fileName = track.title + u'.' + PathName::extension(track.path);
-    return below(category,
-                 PathName::join(PathName::join(category, subfolder(track, playlist)), fileName));
+    return below(category, folder,
+                 PathName::join(PathName::join(folder, subfolder(track, playlist)), fileName));
 }
 
-ExportPath ExportPath::below(const QString& category, const QString& path)
+ExportPath ExportPath::below(Section category, const QString& folder, const QString& path)
 {
     ExportPath result;
+    result.category = category;
     result.path = path;
-    if (!PathName::isInside(result.path, category)) {
-        result.refusal = QCoreApplication::translate(
-            "ExportPath", "The name leads out of the destination folder");
+    if (folder.isEmpty()) {
+        result.refusal = tr("There is no destination folder");
         return result;
     }
+    if (!PathName::isInside(path, folder)) {
+        result.refusal = tr("The name leads out of the destination folder");
+        return result;
+    }
+    QString start = folder;
     // Resolved as text, as the check just did: the file system would resolve ".." through links.
-    if (PathName::hasParentComponent(result.path))
-        result.path = QDir::cleanPath(result.path);
-    result.folderError = Utility::createFolder(PathName::parent(result.path));
+    if (PathName::hasParentComponent(path)) {
+        result.path = QDir::cleanPath(path);
+        start = QDir::cleanPath(folder);
+    }
+    // A "/" at the end of the folder's own path is not part of it.
+    result.folder = PathName::parent(result.path).mid(start.size());
     return result;
 }
 
-Config::Folder ExportPath::folderOf(const Photo& photo)
+Section ExportPath::folderOf(const Photo& photo)
 {
-    return photo.photoId == 0 ? Config::Folder::CameraRoll : Config::Folder::Photos;
+    return photo.photoId == 0 ? Section::CameraRoll : Section::Photos;
 }
 
-ExportPath ExportPath::photoPath(const Photo& photo, const Config& config)
+ExportPath ExportPath::photoPath(const Photo& photo, PhotoSource source, const Config& config)
 {
-    const QString category = config.existingFolder(folderOf(photo));
+    const Section category = folderOf(photo);
+    const QString folder = config.folderPath(category);
     if (photo.photoId == 0)
-        return below(category,
-                     PathName::join(category, PathName::lastComponent(photo.fullSizeFile)));
-    const QString extension = photo.fullSizeFile.isEmpty()
+        return below(category, folder,
+                     PathName::join(folder, PathName::lastComponent(photo.fullSizeFile)));
+    const QString extension = source == PhotoSource::Rendition
                                   ? QStringLiteral("jpg")
                                   : PathName::extension(photo.fullSizeFile);
     const QString album = photo.album ? photo.album->name : QString();
-    return below(category, PathName::join(PathName::join(category, album),
-                                          QString::number(photo.photoId) + u'.' + extension));
+    return below(category, folder,
+                 PathName::join(PathName::join(folder, album),
+                                QString::number(photo.photoId) + u'.' + extension));
 }

@@ -1,7 +1,7 @@
 #include "Window/BrowserPane.h"
 
 #include "Window/TrackBrowser.h"
-#include "Window/Views/NSTableViewEx.h"
+#include "Window/Views/RowTableView.h"
 
 #include <QHeaderView>
 #include <QVBoxLayout>
@@ -37,7 +37,7 @@ BrowserPane::Column BrowserPane::makeColumn(const QString& level, const QString&
     Column column;
     column.scrollView = new QWidget(this);
     column.scrollView->setObjectName(scrollViewName);
-    column.table = new NSTableViewEx;
+    column.table = new RowTableView;
     column.table->setObjectName(tableName);
     column.table->setAccessibleName(title);
     column.table->setSelectionMode(QAbstractItemView::SingleSelection);

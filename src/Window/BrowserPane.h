@@ -6,7 +6,7 @@
 
 #include <array>
 
-class NSTableViewEx;
+class RowTableView;
 class TrackBrowser;
 
 /// The browser: three lists, genre, artist and album, each narrowing the next. They share the
@@ -22,9 +22,9 @@ public:
     /// the end the tracks. Without genres all lists are empty.
     void reload();
 
-    [[nodiscard]] NSTableViewEx* genreView() const { return _columns[0].table; }
-    [[nodiscard]] NSTableViewEx* artistView() const { return _columns[1].table; }
-    [[nodiscard]] NSTableViewEx* albumView() const { return _columns[2].table; }
+    [[nodiscard]] RowTableView* genreView() const { return _columns[0].table; }
+    [[nodiscard]] RowTableView* artistView() const { return _columns[1].table; }
+    [[nodiscard]] RowTableView* albumView() const { return _columns[2].table; }
 
 Q_SIGNALS:
     /// An album row was chosen, so the browser's tracks are others now.
@@ -36,7 +36,7 @@ protected:
 private:
     struct Column {
         QWidget* scrollView = nullptr;
-        NSTableViewEx* table = nullptr;
+        RowTableView* table = nullptr;
         KeyListModel* keys = nullptr;
     };
 

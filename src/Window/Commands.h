@@ -1,5 +1,9 @@
 #pragma once
 
+#include "Device/Section.h"
+
+#include <optional>
+
 /// What a menu item or a shortcut does. The names are those of the operations behind them.
 enum class Command {
     exportSelectedPlaylist,
@@ -12,9 +16,9 @@ enum class Command {
     exportAllAudiobooks,
     exportAllRingtones,
     exportAllBooks,
-    exportAllCameraRoll,
     exportAllPlaylists,
     exportAllVoiceMemos,
+    exportAllCameraRoll,
     exportAllPhotos,
     exportCheckedTracks,
     exportSelectedPhotos,
@@ -38,3 +42,16 @@ enum class Command {
     openLog,
     showReport
 };
+
+/// The command that exports all of a section, and back. The commands from `exportAllMusic` on
+/// stand in the order of the sections.
+constexpr Command exportAllOf(Section section)
+{
+    return Command(int(Command::exportAllMusic) + int(section));
+}
+constexpr std::optional<Section> sectionOf(Command command)
+{
+    if (command < Command::exportAllMusic || command > Command::exportAllPhotos)
+        return std::nullopt;
+    return Section(int(command) - int(Command::exportAllMusic));
+}

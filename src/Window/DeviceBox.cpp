@@ -34,8 +34,7 @@ DeviceBox::DeviceBox(QWidget* parent)
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(_cmbDevices);
-    connect(_cmbDevices, &QComboBox::currentIndexChanged, this,
-            &DeviceBox::comboBoxSelectionDidChange);
+    connect(_cmbDevices, &QComboBox::currentIndexChanged, this, &DeviceBox::showCurrentDevice);
 }
 
 void DeviceBox::setDevices(const std::vector<std::shared_ptr<Device>>& devices)
@@ -82,7 +81,7 @@ bool DeviceBox::deviceDisconnected(const Device& device)
     return true;
 }
 
-void DeviceBox::comboBoxSelectionDidChange(int index)
+void DeviceBox::showCurrentDevice(int index)
 {
     const std::shared_ptr<Device> chosen =
         index < 0 || index >= int(_devices.size()) ? nullptr : _devices[std::size_t(index)];

@@ -30,7 +30,7 @@ Q_SIGNALS:
     void currentDeviceChanged();
 
 private:
-    void comboBoxSelectionDidChange(int index);
+    void showCurrentDevice(int index);
     void append(const std::shared_ptr<Device>& device);
 
     QComboBox* _cmbDevices;

@@ -1,12 +1,9 @@
 #include "Window/ExportCommands.h"
 
 #include "Device/Album.h"
-#include "Device/CameraRollDb.h"
 #include "Device/Device.h"
-#include "Device/PhotoDb.h"
 #include "Device/Playlist.h"
-#include "Device/TrackDb.h"
-#include "Device/VoiceMemoDb.h"
+#include "Device/SectionItems.h"
 #include "Window/DeviceBox.h"
 #include "Window/Dialogs/Alert.h"
 #include "Window/JobController.h"
@@ -16,31 +13,6 @@
 #include "Window/TrackTable.h"
 
 #include <optional>
-
-namespace
-{
-std::optional<MediaCategory> categoryOf(Command command)
-{
-    switch (command) {
-    case Command::exportAllMusic:
-        return MediaCategory::Music;
-    case Command::exportAllMovies:
-        return MediaCategory::Movies;
-    case Command::exportAllTVShows:
-        return MediaCategory::TVShows;
-    case Command::exportAllPodcasts:
-        return MediaCategory::Podcasts;
-    case Command::exportAllAudiobooks:
-        return MediaCategory::Audiobooks;
-    case Command::exportAllRingtones:
-        return MediaCategory::Ringtones;
-    case Command::exportAllBooks:
-        return MediaCategory::Books;
-    default:
-        return std::nullopt;
-    }
-}
-} // namespace
 
 ExportCommands::ExportCommands(MainWindow& window, JobController& jobs)
     : _window(window)
@@ -59,10 +31,10 @@ void ExportCommands::exportOrStop()
         _jobs.requestStop();
         return;
     }
-    const std::optional<SourceList::Kind> kind = _window.sources().selectedKind();
-    if (!currentDevice() || !kind)
+    const std::optional<Section> section = _window.sources().selectedSection();
+    if (!currentDevice() || !section)
         return;
-    if (SourceListModel::showsPhotos(*kind))
+    if (Sections::facts(*section).view == SectionFacts::View::Photos)
         exportSelectedPhotos();
     else
         exportCheckedTracks();
@@ -86,17 +58,43 @@ bool ExportCommands::perform(Command command)
     case Command::exportSelectedPhotoAlbum:
         exportSelectedPhotoAlbum();
         return true;
-    case Command::exportAllVoiceMemos:
-        exportAllVoiceMemos();
-        return true;
-    case Command::exportAllPhotos:
-        exportAllPhotos();
-        return true;
-    case Command::exportAllCameraRoll:
-        exportAllCameraRoll();
+    case Command::exportAllMedia:
+        if (currentDevice())
+            _jobs.exportTracks(currentDevice(), SectionItems::media(*currentDevice()).tracks);
         return true;
     default:
-        return exportAllTracks(command);
+        break;
+    }
+    const std::optional<Section> section = sectionOf(command);
+    if (section)
+        exportAll(*section);
+    return section.has_value();
+}
+
+void ExportCommands::exportAll(Section section)
+{
+    const std::shared_ptr<Device> device = currentDevice();
+    const auto items = device ? SectionItems::of(*device, section) : std::nullopt;
+    if (!items)
+        return;
+    switch (section) {
+    case Section::Playlists:
+        _jobs.exportPlaylists(device, items->playlists);
+        break;
+    case Section::CameraRoll:
+    case Section::Photos:
+        _jobs.exportPhotos(device, items->photos);
+        break;
+    case Section::Music:
+    case Section::Movies:
+    case Section::TVShows:
+    case Section::Podcasts:
+    case Section::Audiobooks:
+    case Section::Ringtones:
+    case Section::Books:
+    case Section::VoiceMemos:
+        _jobs.exportTracks(device, items->tracks);
+        break;
     }
 }
 
@@ -136,49 +134,6 @@ void ExportCommands::exportSelectedPhotoAlbum()
 {
     if (Album* album = _window.sources().selectedAlbum())
         _jobs.exportPhotos(currentDevice(), album->photos);
-}
-
-// To ask a device for a reader may ask the device itself, which waits for a phone. So each
-// command asks for its own and no other, and commands that are none of these for none.
-
-bool ExportCommands::exportAllTracks(Command command)
-{
-    const auto category = categoryOf(command);
-    const bool isMedia = command == Command::exportAllMedia;
-    if (!category && !isMedia && command != Command::exportAllPlaylists)
-        return false;
-    const std::shared_ptr<Device> device = currentDevice();
-    TrackDb* library = device ? device->trackDb() : nullptr;
-    if (!library)
-        return true;
-    if (category)
-        _jobs.exportTracks(device, library->category(*category).tracks(CategoryIndex::AllKey));
-    else if (isMedia)
-        _jobs.exportTracks(device, library->tracks());
-    else
-        _jobs.exportPlaylists(device, library->playlists());
-    return true;
-}
-
-void ExportCommands::exportAllVoiceMemos()
-{
-    const std::shared_ptr<Device> device = currentDevice();
-    if (VoiceMemoDb* recordings = device ? device->voiceMemoDb() : nullptr)
-        _jobs.exportTracks(device, recordings->memos());
-}
-
-void ExportCommands::exportAllPhotos()
-{
-    const std::shared_ptr<Device> device = currentDevice();
-    if (PhotoDb* library = device ? device->photoDb() : nullptr)
-        _jobs.exportPhotos(device, library->photos());
-}
-
-void ExportCommands::exportAllCameraRoll()
-{
-    const std::shared_ptr<Device> device = currentDevice();
-    if (CameraRollDb* roll = device ? device->cameraRollDb() : nullptr)
-        _jobs.exportPhotos(device, roll->photos());
 }
 
 void ExportCommands::play()

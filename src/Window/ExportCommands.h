@@ -32,10 +32,9 @@ private:
     void exportSelectedPhotos();
     void exportSelectedPlaylist();
     void exportSelectedPhotoAlbum();
-    bool exportAllTracks(Command command);
-    void exportAllVoiceMemos();
-    void exportAllPhotos();
-    void exportAllCameraRoll();
+    /// Asks the device for the readers of this section and for no other: to ask for one may wait
+    /// for a phone.
+    void exportAll(Section section);
     void alert(const QString& title, const QString& text);
 
     MainWindow& _window;

@@ -115,12 +115,12 @@ std::optional<ClashAnswer> ExportWorker::askClash(const QString& path)
         [path](JobWindow& window, const auto& reply) { window.askClash(path, reply); });
 }
 
-std::optional<bool> ExportWorker::checkToiTunes()
+std::optional<bool> ExportWorker::askForHandOver()
 {
-    return ask<bool>([](JobWindow& window, const auto& reply) { window.checkToiTunes(reply); });
+    return ask<bool>([](JobWindow& window, const auto& reply) { window.askForHandOver(reply); });
 }
 
-void ExportWorker::exportToiTunes(const QString& path, const std::vector<Playlist*>& playlists)
+void ExportWorker::handOver(const QString& path, const std::vector<Playlist*>& playlists)
 {
-    _window.exportToiTunes(path, playlists);
+    _window.handOver(path, playlists);
 }

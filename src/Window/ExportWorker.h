@@ -31,9 +31,9 @@ public:
     virtual void showItem(const ExportItem& item) = 0;
     virtual void showFinish(bool canceled, bool alert) = 0;
     virtual void askClash(const QString& path, const Reply<ClashAnswer>& reply) = 0;
-    virtual void checkToiTunes(const Reply<bool>& reply) = 0;
+    virtual void askForHandOver(const Reply<bool>& reply) = 0;
     /// On the job's thread: another application may take its time to answer.
-    virtual void exportToiTunes(const QString& path, const std::vector<Playlist*>& playlists) = 0;
+    virtual void handOver(const QString& path, const std::vector<Playlist*>& playlists) = 0;
 };
 
 /// What a job works with, on its own thread. All of it outlives the job.
@@ -92,8 +92,8 @@ private:
     void showItem(const ExportItem& item) override;
     void showFinish(bool canceled, bool alert) override;
     std::optional<ClashAnswer> askClash(const QString& path) override;
-    std::optional<bool> checkToiTunes() override;
-    void exportToiTunes(const QString& path, const std::vector<Playlist*>& playlists) override;
+    std::optional<bool> askForHandOver() override;
+    void handOver(const QString& path, const std::vector<Playlist*>& playlists) override;
 
     std::shared_ptr<Device> _device;
     Config _config;

@@ -218,14 +218,13 @@ void JobController::askClash(const QString& path, const Reply<ClashAnswer>& repl
     });
 }
 
-void JobController::checkToiTunes(const Reply<bool>& reply)
+void JobController::askForHandOver(const Reply<bool>& reply)
 {
-    (new ExportModeWindow(&_window))->checkToiTunes(reply);
+    (new ExportModeWindow(&_window))->askForHandOver(reply);
 }
 
-void JobController::exportToiTunes(const QString& path, const std::vector<Playlist*>& playlists)
+void JobController::handOver(const QString& path, const std::vector<Playlist*>& playlists)
 {
     const ExportWorker* worker = _copying;
-    _handOver->exportToiTunes(path, playlists,
-                              [worker] { return worker && worker->isStopRequested(); });
+    _handOver->handOver(path, playlists, [worker] { return worker && worker->isStopRequested(); });
 }

@@ -66,8 +66,8 @@ private:
     void showItem(const ExportItem& item) override;
     void showFinish(bool canceled, bool alert) override;
     void askClash(const QString& path, const Reply<ClashAnswer>& reply) override;
-    void checkToiTunes(const Reply<bool>& reply) override;
-    void exportToiTunes(const QString& path, const std::vector<Playlist*>& playlists) override;
+    void askForHandOver(const Reply<bool>& reply) override;
+    void handOver(const QString& path, const std::vector<Playlist*>& playlists) override;
 
     MainWindow& _window;
     Notifier& _notifier;

@@ -161,8 +161,8 @@ QMenu* MainMenu::makeFolderMenu()
 {
     auto* menu = new QMenu(tr("Open Export Folder"), &_window);
     menu->setIcon(Icons::named(QStringLiteral("folder")));
-    for (int tag = 0; tag < Config::FolderCount; ++tag) {
-        QAction* item = menu->addAction(Config::folderName(Config::Folder(tag)));
+    for (int tag = 0; tag < int(Sections::Count); ++tag) {
+        QAction* item = menu->addAction(Sections::folderName(Section(tag)));
         item->setData(tag);
         connect(item, &QAction::triggered, this, [this, tag] { Q_EMIT openBackupFolder(tag); });
     }

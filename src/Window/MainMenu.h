@@ -26,7 +26,7 @@ public:
     [[nodiscard]] QMenu* sourceListMenu() const { return _sourceListMenu; }
     [[nodiscard]] QMenu* tableMenu() const { return _tableMenu; }
     /// The context menu of the photo grid.
-    [[nodiscard]] QMenu* collectionViewMenu() const { return _cvMenu; }
+    [[nodiscard]] QMenu* photoMenu() const { return _cvMenu; }
 
     /// The state changed. Many changes in a row cost one look.
     void stateChanged();

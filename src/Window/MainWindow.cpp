@@ -9,9 +9,9 @@
 #include "Window/SourceList.h"
 #include "Window/StatusBar.h"
 #include "Window/TrackTable.h"
-#include "Window/Views/NSCollectionViewEx.h"
-#include "Window/Views/NSOutlineViewEx.h"
-#include "Window/Views/NSTableViewEx.h"
+#include "Window/Views/PhotoListView.h"
+#include "Window/Views/RowTableView.h"
+#include "Window/Views/SourceTreeView.h"
 
 #include <QAction>
 #include <QCloseEvent>

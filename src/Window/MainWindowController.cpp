@@ -7,9 +7,9 @@
 #include "Device/Device.h"
 #include "Device/PhotoDb.h"
 #include "Device/Playlist.h"
+#include "Device/SectionItems.h"
 #include "Device/TemporaryCopy.h"
 #include "Device/TrackDb.h"
-#include "Device/VoiceMemoDb.h"
 #include "Export/Config.h"
 #include "Platform/MediaPlayer.h"
 #include "Platform/Workspace.h"
@@ -54,15 +54,15 @@ MainWindowController* MainWindowController::instance()
     return theController;
 }
 
-QMenu* MainWindowController::menuCollectionView()
+QMenu* MainWindowController::photoMenu()
 {
-    return theController ? theController->_menu->collectionViewMenu() : nullptr;
+    return theController ? theController->_menu->photoMenu() : nullptr;
 }
 
 MainWindowController::MainWindowController(UpdateAddresses addresses)
     : _updateAddresses(std::move(addresses))
 {
-    awakeFromNib();
+    setUp();
 }
 
 MainWindowController::~MainWindowController()
@@ -75,7 +75,7 @@ MainWindowController::~MainWindowController()
     theController = nullptr;
 }
 
-void MainWindowController::awakeFromNib()
+void MainWindowController::setUp()
 {
     theController = this;
     Utility::clearLog();
@@ -128,13 +128,13 @@ void MainWindowController::wire()
 {
     MainWindow& window = *_window;
     connect(&window.devices(), &DeviceBox::currentDeviceChanged, this,
-            &MainWindowController::comboBoxSelectionDidChange);
-    connect(&window.sources(), &SourceList::outlineViewSelectionDidChange, this,
-            &MainWindowController::outlineViewSelectionDidChange);
+            &MainWindowController::showCurrentDevice);
+    connect(&window.sources(), &SourceList::sourceChanged, this,
+            &MainWindowController::sourceChanged);
     connect(&window.browser(), &BrowserPane::tracksChanged, this,
             [this] { _window->tracks().setTracks(_trackBrowser.filteredTracks()); });
     connect(&window.searchField(), &QLineEdit::textChanged, this,
-            &MainWindowController::controlTextDidChange);
+            &MainWindowController::searchChanged);
     connect(&window.status(), &StatusBar::exportClicked, this,
             [this] { _exports->exportOrStop(); });
     connect(&window.status(), &StatusBar::playClicked, this, [this] { _exports->play(); });
@@ -148,7 +148,7 @@ void MainWindowController::wire()
     connect(&window.photos(), &PhotoGrid::stateChanged, _menu, &MainMenu::stateChanged);
     window.sources().setMenu(_menu->sourceListMenu());
     window.tracks().setMenu(_menu->tableMenu());
-    window.photos().setMenu(menuCollectionView());
+    window.photos().setMenu(photoMenu());
     window.setMayClose([this] { return mayClose(); });
 }
 
@@ -183,13 +183,13 @@ bool MainWindowController::exported(double progress)
     return _jobs->exported(progress);
 }
 
-void MainWindowController::comboBoxSelectionDidChange()
+void MainWindowController::showCurrentDevice()
 {
     const WaitCursor wait;
     // Nothing of the former device may stay in view: it may be gone.
     _window->photos().setPhotos({}, nullptr);
     _window->sources().setDevice(nullptr);
-    outlineViewSelectionDidChange();
+    sourceChanged();
     Device* device = currentDevice().get();
     _window->showLibrary(device != nullptr);
     if (device) {
@@ -210,7 +210,7 @@ void MainWindowController::refreshUI()
 
 // The source list, the browser and the search
 
-void MainWindowController::outlineViewSelectionDidChange()
+void MainWindowController::sourceChanged()
 {
     {
         const QSignalBlocker blocker(_window->searchField());
@@ -221,49 +221,57 @@ void MainWindowController::outlineViewSelectionDidChange()
     _window->tracks().setTracks(nullptr);
     _menu->stateChanged();
     Device* device = currentDevice().get();
-    const auto kind = _window->sources().selectedKind();
-    if (!device || !kind)
-        return;
+    const std::optional<Section> section = _window->sources().selectedSection();
+    if (device && section)
+        showSection(*device, *section);
+}
 
-    using Kind = SourceList::Kind;
-    TrackDb* library = device->trackDb();
-    if (const auto category = SourceListModel::browsableCategory(*kind)) {
-        if (library)
-            _trackBrowser.showCategory(library->category(*category));
+void MainWindowController::showSection(Device& device, Section section)
+{
+    using View = SectionFacts::View;
+    switch (Sections::facts(section).view) {
+    case View::Browser:
+        if (TrackDb* library = device.trackDb())
+            _trackBrowser.showCategory(library->category(section));
         _window->browser().reload();
         _window->showTracks();
         showBrowser();
-        return;
-    }
-    switch (*kind) {
-    case Kind::Ringtones:
-        showTracks(library ? library->ringtones().tracks(CategoryIndex::AllKey)
-                           : std::vector<Track*>());
         break;
-    case Kind::Playlists:
-        showTracks(library ? library->tracks() : std::vector<Track*>());
+    case View::Tracks:
+        showTracks(tracksOf(device, section));
         break;
-    case Kind::Playlist:
-        showTracks(_window->sources().selectedPlaylist()->tracks);
-        break;
-    case Kind::VoiceMemos:
-        showTracks(device->voiceMemoDb()->memos());
-        break;
-    case Kind::CameraRoll:
-        showPhotos(device->cameraRollDb()->photos(), &device->cameraRollDb()->previews());
-        break;
-    case Kind::Photos:
-        if (PhotoDb* photos = device->photoDb())
-            showPhotos(photos->photos(), &photos->previews());
-        else
-            showPhotos({}, nullptr);
-        break;
-    case Kind::Album:
-        showPhotos(_window->sources().selectedAlbum()->photos, &device->photoDb()->previews());
-        break;
-    default:
+    case View::Photos:
+        showPhotos(device, section);
         break;
     }
+}
+
+std::vector<Track*> MainWindowController::tracksOf(Device& device, Section section)
+{
+    if (const Playlist* playlist = _window->sources().selectedPlaylist())
+        return playlist->tracks;
+    // The row above the playlists shows the whole library.
+    if (section == Section::Playlists)
+        return SectionItems::media(device).tracks;
+    const std::optional<SectionItems> items = SectionItems::of(device, section);
+    return items ? items->tracks : std::vector<Track*>();
+}
+
+void MainWindowController::showPhotos(Device& device, Section section)
+{
+    const PreviewPass* previews = nullptr;
+    std::vector<Photo*> photos;
+    if (section == Section::CameraRoll) {
+        CameraRollDb* roll = device.cameraRollDb();
+        photos = roll->photos();
+        previews = &roll->previews();
+    } else if (PhotoDb* library = device.photoDb()) {
+        const Album* album = _window->sources().selectedAlbum();
+        photos = album ? album->photos : library->photos();
+        previews = &library->previews();
+    }
+    _window->showPhotos();
+    _window->photos().setPhotos(photos, previews);
 }
 
 void MainWindowController::showTracks(const std::vector<Track*>& tracks)
@@ -274,14 +282,7 @@ void MainWindowController::showTracks(const std::vector<Track*>& tracks)
     showBrowser();
 }
 
-void MainWindowController::showPhotos(const std::vector<Photo*>& photos,
-                                      const PreviewPass* previews)
-{
-    _window->showPhotos();
-    _window->photos().setPhotos(photos, previews);
-}
-
-void MainWindowController::controlTextDidChange()
+void MainWindowController::searchChanged()
 {
     _trackBrowser.search(_window->searchField().text());
     _window->tracks().setTracks(_trackBrowser.filteredTracks());
@@ -310,8 +311,8 @@ MenuState MainWindowController::menuState()
     Device* device = currentDevice().get();
     state.device = device != nullptr;
     // The list knows which readers the device has; to ask it again could take its time.
-    state.cameraRoll = _window->sources().hasRow(SourceList::Kind::CameraRoll);
-    state.voiceMemos = _window->sources().hasRow(SourceList::Kind::VoiceMemos);
+    state.cameraRoll = _window->sources().hasRow(Section::CameraRoll);
+    state.voiceMemos = _window->sources().hasRow(Section::VoiceMemos);
     state.playlistSelected = _window->sources().selectedPlaylist() != nullptr;
     state.albumSelected = _window->sources().selectedAlbum() != nullptr;
     state.tracksShown = !_window->tracks().tracks().empty();
@@ -390,8 +391,8 @@ void MainWindowController::perform(Command command)
 
 void MainWindowController::openBackupFolder(int tag)
 {
-    if (tag >= 0 && tag < Config::FolderCount)
-        Workspace::revealInFileManager(Config::instance().existingFolder(Config::Folder(tag)));
+    if (tag >= 0 && tag < int(Sections::Count))
+        Workspace::revealInFileManager(Config::instance().existingFolder(Section(tag)));
 }
 
 void MainWindowController::help()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Device/DeviceDelegate.h"
+#include "Device/Section.h"
 #include "Platform/Notifier.h"
 #include "Window/Commands.h"
 #include "Window/MainWindow.h"
@@ -27,7 +28,7 @@ public:
     /// The controller; null before it is made.
     static MainWindowController* instance();
     /// The context menu of the photo grid.
-    static QMenu* menuCollectionView();
+    static QMenu* photoMenu();
 
     /// New versions are asked for, and found, at these addresses.
     explicit MainWindowController(UpdateAddresses addresses = UpdateAddresses::built());
@@ -55,15 +56,17 @@ public:
     void checkVersion();
 
 private:
-    void awakeFromNib();
+    void setUp();
     void startDevices();
     void wire();
 
-    void comboBoxSelectionDidChange();
-    void outlineViewSelectionDidChange();
+    void showCurrentDevice();
+    void sourceChanged();
     void showTracks(const std::vector<Track*>& tracks);
-    void showPhotos(const std::vector<Photo*>& photos, const PreviewPass* previews);
-    void controlTextDidChange();
+    void showSection(Device& device, Section section);
+    std::vector<Track*> tracksOf(Device& device, Section section);
+    void showPhotos(Device& device, Section section);
+    void searchChanged();
     void showBrowser();
     void switchBrowser();
     void refreshUI();

@@ -1,7 +1,7 @@
 #include "Window/PhotoGrid.h"
 
 #include "Device/PreviewPass.h"
-#include "Window/Views/NSCollectionViewEx.h"
+#include "Window/Views/PhotoListView.h"
 
 #include <QItemSelectionModel>
 #include <QVBoxLayout>
@@ -15,7 +15,7 @@ constexpr int PreviewMilliseconds = 100; ///< between two looks at what has been
 
 PhotoGrid::PhotoGrid(QWidget* parent)
     : QWidget(parent)
-    , _collectionView(new NSCollectionViewEx)
+    , _collectionView(new PhotoListView)
 {
     setObjectName(QStringLiteral("_scv"));
     _collectionView->setObjectName(QStringLiteral("_cv"));

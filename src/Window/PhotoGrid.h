@@ -5,7 +5,7 @@
 #include <QTimer>
 #include <QWidget>
 
-class NSCollectionViewEx;
+class PhotoListView;
 class PreviewPass;
 class QMenu;
 
@@ -30,7 +30,7 @@ public:
     void invertSelection();
     void clearSelection();
 
-    [[nodiscard]] NSCollectionViewEx* collectionView() const { return _collectionView; }
+    [[nodiscard]] PhotoListView* collectionView() const { return _collectionView; }
 
 Q_SIGNALS:
     /// Other photos are selected or shown, so other commands may be possible.
@@ -41,7 +41,7 @@ private:
     /// For each photo, whether it is selected.
     [[nodiscard]] std::vector<bool> selectedRows() const;
 
-    NSCollectionViewEx* _collectionView;
+    PhotoListView* _collectionView;
     PhotoGridModel _currentPhotos;
     const PreviewPass* _previews = nullptr;
     std::size_t _previewsShown = 0;

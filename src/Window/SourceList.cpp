@@ -1,8 +1,8 @@
 #include "Window/SourceList.h"
 
 #include "Window/Icons.h"
-#include "Window/Views/ImageAndTextCell.h"
-#include "Window/Views/NSOutlineViewEx.h"
+#include "Window/Views/IconTextDelegate.h"
+#include "Window/Views/SourceTreeView.h"
 
 #include <QPainter>
 #include <QVBoxLayout>
@@ -15,55 +15,31 @@ constexpr int CategoryIconSize = 20;
 constexpr int RowPadding = 10;
 constexpr int Indentation = 18;
 
-QString categoryIcon(Kind kind)
-{
-    switch (kind) {
-    case Kind::Music:
-        return QStringLiteral("music");
-    case Kind::Movies:
-        return QStringLiteral("movies");
-    case Kind::TVShows:
-        return QStringLiteral("tvshows");
-    case Kind::Podcasts:
-        return QStringLiteral("podcasts");
-    case Kind::Audiobooks:
-        return QStringLiteral("audiobooks");
-    case Kind::Ringtones:
-        return QStringLiteral("ringtones");
-    case Kind::Books:
-        return QStringLiteral("books");
-    case Kind::Playlists:
-        return QStringLiteral("playlists");
-    case Kind::VoiceMemos:
-        return QStringLiteral("voicememos");
-    case Kind::CameraRoll:
-        return QStringLiteral("cameraroll");
-    case Kind::Photos:
-        return QStringLiteral("photos");
-    case Kind::Playlist:
-    case Kind::Album:
-        break;
-    }
-    return {};
-}
-
 Kind kindOf(const QModelIndex& index)
 {
     return Kind(index.data(SourceListModel::KindRole).toInt());
 }
 
+/// The sign before a section's cell; null for playlists and albums.
+QString iconOf(const QModelIndex& index)
+{
+    return kindOf(index) == Kind::Section
+               ? Sections::icon(Section(index.data(SourceListModel::SectionRole).toInt()))
+               : QString();
+}
+
 /// The cell of the list. Only playlists and albums have an image in their cell; a category's
 /// sign stands before the cell, where it marks the row and not the item.
-class SourceCell final : public ImageAndTextCell
+class SourceDelegate final : public IconTextDelegate
 {
 public:
-    using ImageAndTextCell::ImageAndTextCell;
+    using IconTextDelegate::IconTextDelegate;
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override
     {
-        ImageAndTextCell::paint(painter, option, index);
-        const QString name = categoryIcon(kindOf(index));
+        IconTextDelegate::paint(painter, option, index);
+        const QString name = iconOf(index);
         if (name.isEmpty())
             return;
         const QRect sign(option.rect.left(),
@@ -76,7 +52,7 @@ public:
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
-        QSize size = ImageAndTextCell::sizeHint(option, index);
+        QSize size = IconTextDelegate::sizeHint(option, index);
         size.setHeight(std::max(CategoryIconSize, option.fontMetrics.height()) + RowPadding);
         return size;
     }
@@ -84,31 +60,31 @@ public:
 protected:
     [[nodiscard]] QRect cellRect(const QRect& row, const QModelIndex& index) const override
     {
-        return categoryIcon(kindOf(index)).isEmpty() ? row
-                                                     : row.adjusted(CategoryIconSize + 5, 0, 0, 0);
+        return iconOf(index).isEmpty() ? row : row.adjusted(CategoryIconSize + 5, 0, 0, 0);
     }
 };
 } // namespace
 
 SourceList::SourceList(QWidget* parent)
     : QWidget(parent)
-    , _outlineView(new NSOutlineViewEx)
+    , _outlineView(new SourceTreeView)
     , _imgPlaylist(Icons::named(QStringLiteral("playlist")))
     , _imgPhotoAlbum(Icons::named(QStringLiteral("photoalbum")))
 {
     _outlineView->setObjectName(QStringLiteral("_outlineView"));
     _outlineView->setAccessibleName(tr("Library"));
     _outlineView->setIndentation(Indentation);
-    auto* cell = new SourceCell(_outlineView);
+    auto* cell = new SourceDelegate(_outlineView);
     cell->setWillDisplayCell([this](const QModelIndex& index) {
         switch (kindOf(index)) {
         case Kind::Playlist:
             return _imgPlaylist;
         case Kind::Album:
             return _imgPhotoAlbum;
-        default:
-            return QIcon();
+        case Kind::Section:
+            break;
         }
+        return QIcon();
     });
     _outlineView->setItemDelegate(cell);
     _outlineView->setModel(&_model);
@@ -116,7 +92,7 @@ SourceList::SourceList(QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(_outlineView);
     connect(_outlineView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            &SourceList::outlineViewSelectionDidChange);
+            &SourceList::sourceChanged);
 }
 
 void SourceList::setDevice(Device* device)
@@ -137,10 +113,10 @@ void SourceList::setMenu(QMenu* menu)
     _outlineView->setMenu(menu);
 }
 
-std::optional<SourceList::Kind> SourceList::selectedKind() const
+std::optional<Section> SourceList::selectedSection() const
 {
     const QModelIndex index = _outlineView->selectedItem();
-    return index.isValid() ? std::optional(_model.kind(index)) : std::nullopt;
+    return index.isValid() ? std::optional(_model.section(index)) : std::nullopt;
 }
 
 Playlist* SourceList::selectedPlaylist() const
@@ -155,6 +131,6 @@ Album* SourceList::selectedAlbum() const
 
 bool SourceList::canShowBrowser() const
 {
-    const std::optional<Kind> kind = selectedKind();
-    return kind && SourceListModel::browsableCategory(*kind).has_value();
+    const std::optional<Section> section = selectedSection();
+    return section && Sections::facts(*section).view == SectionFacts::View::Browser;
 }

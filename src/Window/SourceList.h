@@ -5,7 +5,7 @@
 #include <QWidget>
 
 class Device;
-class NSOutlineViewEx;
+class SourceTreeView;
 class QMenu;
 
 /// The left column: the categories of the current device, its playlists and its photo albums.
@@ -22,24 +22,24 @@ public:
     void selectFirstRow();
     void setMenu(QMenu* menu);
 
-    /// What the selected row stands for; none without a selected row.
-    [[nodiscard]] std::optional<Kind> selectedKind() const;
+    /// The section that the selected row is or stands below; none without a selected row.
+    [[nodiscard]] std::optional<Section> selectedSection() const;
     [[nodiscard]] Playlist* selectedPlaylist() const;
     [[nodiscard]] Album* selectedAlbum() const;
     /// Whether the selected row is one that the browser narrows.
     [[nodiscard]] bool canShowBrowser() const;
 
-    /// Whether a top row of this kind is there.
-    [[nodiscard]] bool hasRow(Kind kind) const { return _model.hasTopRow(kind); }
+    /// Whether a row of this section is there.
+    [[nodiscard]] bool hasRow(Section section) const { return _model.hasSection(section); }
 
-    [[nodiscard]] NSOutlineViewEx* outlineView() const { return _outlineView; }
+    [[nodiscard]] SourceTreeView* outlineView() const { return _outlineView; }
 
 Q_SIGNALS:
     /// Another row is selected, or none is.
-    void outlineViewSelectionDidChange();
+    void sourceChanged();
 
 private:
-    NSOutlineViewEx* _outlineView;
+    SourceTreeView* _outlineView;
     SourceListModel _model;
     QIcon _imgPlaylist;
     QIcon _imgPhotoAlbum;

@@ -1,6 +1,6 @@
 #include "Window/Style.h"
 
-#include "Window/Views/NSOutlineViewEx.h"
+#include "Window/Views/SourceTreeView.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -187,7 +187,7 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
 {
     // The source list draws the ground of its rows itself, over their whole width.
     const bool ground = element == PE_PanelItemViewRow || element == PE_PanelItemViewItem;
-    if (ground && qobject_cast<const NSOutlineViewEx*>(widget))
+    if (ground && qobject_cast<const SourceTreeView*>(widget))
         return;
     if (element == PE_PanelScrollAreaCorner)
         painter->fillRect(option->rect, option->palette.base());

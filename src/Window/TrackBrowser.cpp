@@ -1,6 +1,6 @@
 #include "Window/TrackBrowser.h"
 
-#include "Base/NSStringEx.h"
+#include "Base/StarOrder.h"
 #include "Device/CategoryIndex.h"
 #include "Device/Track.h"
 
@@ -11,7 +11,7 @@ namespace
 /// The key at a row; "*" where no row is chosen.
 QString keyAt(const QStringList& keys, int row)
 {
-    return keys.value(row, NSStringEx::Star.toString());
+    return keys.value(row, StarOrder::Star.toString());
 }
 } // namespace
 

@@ -1,8 +1,8 @@
 #include "Window/TrackTable.h"
 
 #include "Device/Track.h"
-#include "Window/Views/CheckCell.h"
-#include "Window/Views/NSTableViewEx.h"
+#include "Window/Views/CheckDelegate.h"
+#include "Window/Views/RowTableView.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -12,7 +12,7 @@
 
 TrackTable::TrackTable(QWidget* parent)
     : QWidget(parent)
-    , _tableView(new NSTableViewEx)
+    , _tableView(new RowTableView)
 {
     _tableView->setObjectName(QStringLiteral("_tableView"));
     _tableView->setAccessibleName(tr("Tracks"));
@@ -20,7 +20,7 @@ TrackTable::TrackTable(QWidget* parent)
     _tableView->setSelectionMode(QAbstractItemView::ExtendedSelection);
     _tableView->setEditTriggers(QAbstractItemView::NoEditTriggers);
     _tableView->setTabKeyNavigation(false);
-    _tableView->setItemDelegateForColumn(TrackTableModel::Check, new CheckCell(_tableView));
+    _tableView->setItemDelegateForColumn(TrackTableModel::Check, new CheckDelegate(_tableView));
     _tableView->installEventFilter(this);
     setUpColumns();
     auto* layout = new QVBoxLayout(this);

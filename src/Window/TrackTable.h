@@ -4,7 +4,7 @@
 
 #include <QWidget>
 
-class NSTableViewEx;
+class RowTableView;
 class QMenu;
 
 /// The table of tracks, with a check box in each row.
@@ -30,7 +30,7 @@ public:
     void checkAll(bool checked) { _model.setAllChecked(checked); }
     void checkSelected(bool checked);
 
-    [[nodiscard]] NSTableViewEx* tableView() const { return _tableView; }
+    [[nodiscard]] RowTableView* tableView() const { return _tableView; }
 
 Q_SIGNALS:
     /// Other rows are selected or checked, so other commands may be possible.
@@ -44,7 +44,7 @@ private:
     /// Space: all selected rows become checked, or unchecked when all are checked.
     void toggleSelected();
 
-    NSTableViewEx* _tableView;
+    RowTableView* _tableView;
     TrackTableModel _model;
     bool _hasTracks = false;
 };

@@ -38,31 +38,31 @@ TEST(PlaylistTest, TakesANameOrNone)
 
 TEST(TrackCategory, FollowsTheType)
 {
-    EXPECT_EQ(trackOf(0, false).category(), MediaCategory::Music);
-    EXPECT_EQ(trackOf(1, false).category(), MediaCategory::Music);
-    EXPECT_EQ(trackOf(2, false).category(), MediaCategory::Movies);
-    EXPECT_EQ(trackOf(3, false).category(), MediaCategory::Podcasts);
-    EXPECT_EQ(trackOf(5, false).category(), MediaCategory::Audiobooks);
-    EXPECT_EQ(trackOf(6, false).category(), MediaCategory::Music);
-    EXPECT_EQ(trackOf(7, false).category(), MediaCategory::TVShows);
-    EXPECT_EQ(trackOf(8, false).category(), MediaCategory::Movies);
-    EXPECT_EQ(trackOf(9, false).category(), MediaCategory::Ringtones);
-    EXPECT_EQ(trackOf(10, false).category(), MediaCategory::VoiceMemos);
-    EXPECT_EQ(trackOf(11, false).category(), MediaCategory::Books);
-    EXPECT_EQ(trackOf(4711, false).category(), MediaCategory::Music);
+    EXPECT_EQ(trackOf(0, false).category(), Section::Music);
+    EXPECT_EQ(trackOf(1, false).category(), Section::Music);
+    EXPECT_EQ(trackOf(2, false).category(), Section::Movies);
+    EXPECT_EQ(trackOf(3, false).category(), Section::Podcasts);
+    EXPECT_EQ(trackOf(5, false).category(), Section::Audiobooks);
+    EXPECT_EQ(trackOf(6, false).category(), Section::Music);
+    EXPECT_EQ(trackOf(7, false).category(), Section::TVShows);
+    EXPECT_EQ(trackOf(8, false).category(), Section::Movies);
+    EXPECT_EQ(trackOf(9, false).category(), Section::Ringtones);
+    EXPECT_EQ(trackOf(10, false).category(), Section::VoiceMemos);
+    EXPECT_EQ(trackOf(11, false).category(), Section::Books);
+    EXPECT_EQ(trackOf(4711, false).category(), Section::Music);
 }
 
 TEST(TrackCategory, TakesAVideoPodcastForMusicUnlessItIsFlagged)
 {
-    EXPECT_EQ(trackOf(4, false).category(), MediaCategory::Music);
-    EXPECT_EQ(trackOf(4, true).category(), MediaCategory::Podcasts);
+    EXPECT_EQ(trackOf(4, false).category(), Section::Music);
+    EXPECT_EQ(trackOf(4, true).category(), Section::Podcasts);
 }
 
 TEST(TrackCategory, LetsTheTypeWinOverThePodcastFlagForShowsAndAudiobooks)
 {
-    EXPECT_EQ(trackOf(7, true).category(), MediaCategory::TVShows);
-    EXPECT_EQ(trackOf(5, true).category(), MediaCategory::Audiobooks);
-    EXPECT_EQ(trackOf(2, true).category(), MediaCategory::Podcasts);
-    EXPECT_EQ(trackOf(9, true).category(), MediaCategory::Podcasts);
-    EXPECT_EQ(trackOf(11, true).category(), MediaCategory::Podcasts);
+    EXPECT_EQ(trackOf(7, true).category(), Section::TVShows);
+    EXPECT_EQ(trackOf(5, true).category(), Section::Audiobooks);
+    EXPECT_EQ(trackOf(2, true).category(), Section::Podcasts);
+    EXPECT_EQ(trackOf(9, true).category(), Section::Podcasts);
+    EXPECT_EQ(trackOf(11, true).category(), Section::Podcasts);
 }

@@ -23,10 +23,9 @@ const QStringList Names = {"Music",       "Movies",      "TV Shows", "Podcasts",
 TEST(ConfigTest, StartsWithFoldersBelowTheHomeFolder)
 {
     const Config config;
-    for (int i = 0; i < Config::FolderCount; ++i) {
-        EXPECT_EQ(config.folderPath(Config::Folder(i)),
-                  QDir::homePath() + "/" + Program + "/" + Names[i]);
-        EXPECT_EQ(Config::folderName(Config::Folder(i)), Names[i]);
+    for (int i = 0; i < int(Sections::Count); ++i) {
+        EXPECT_EQ(config.folderPath(Section(i)), QDir::homePath() + "/" + Program + "/" + Names[i]);
+        EXPECT_EQ(Sections::folderName(Section(i)), Names[i]);
     }
     EXPECT_EQ(config.copyRule(), 0);
     EXPECT_FALSE(config.hideBrowser());
@@ -44,15 +43,15 @@ TEST(ConfigTest, WritesNothingBeforeItIsSaved)
 TEST(ConfigTest, BringsEverySettingBack)
 {
     Config config;
-    for (int i = 0; i < Config::FolderCount; ++i)
-        config.setFolderPath(Config::Folder(i), QString::fromUtf8("/média, %1;\"x\"/a b").arg(i));
+    for (int i = 0; i < int(Sections::Count); ++i)
+        config.setFolderPath(Section(i), QString::fromUtf8("/média, %1;\"x\"/a b").arg(i));
     config.setCopyRule(2);
     config.setHideBrowser(true);
     config.setCheckVersion(false);
     config.save();
     const Config read;
-    for (int i = 0; i < Config::FolderCount; ++i)
-        EXPECT_EQ(read.folderPath(Config::Folder(i)), config.folderPath(Config::Folder(i)));
+    for (int i = 0; i < int(Sections::Count); ++i)
+        EXPECT_EQ(read.folderPath(Section(i)), config.folderPath(Section(i)));
     EXPECT_EQ(read.copyRule(), 2);
     EXPECT_TRUE(read.hideBrowser());
     EXPECT_FALSE(read.checkVersion());
@@ -61,8 +60,8 @@ TEST(ConfigTest, BringsEverySettingBack)
 TEST(ConfigTest, KeepsItsValuesUnderTheirKeys)
 {
     Config config;
-    config.setTVShowsDir("/tv");
-    config.setVoiceMemosDir("/memos");
+    config.setFolderPath(Section::TVShows, "/tv");
+    config.setFolderPath(Section::VoiceMemos, "/memos");
     config.setCopyRule(1);
     config.save();
     EXPECT_EQ(store().value("TVShowsDir"), "/tv");
@@ -84,8 +83,7 @@ TEST(ConfigTest, TakesAValueOfTheWrongTypeForMissing)
         settings.setValue("CopyRule", "no number");
     }
     const Config config;
-    EXPECT_EQ(config.folderPath(Config::Folder::Music),
-              QDir::homePath() + "/" + Program + "/Music");
+    EXPECT_EQ(config.folderPath(Section::Music), QDir::homePath() + "/" + Program + "/Music");
     EXPECT_EQ(config.copyRule(), 0);
 }
 
@@ -93,9 +91,9 @@ TEST(ConfigTest, MakesAFolderWhenItIsAskedFor)
 {
     const QTemporaryDir folder;
     Config config;
-    config.setBooksDir(folder.filePath("a/b/c"));
+    config.setFolderPath(Section::Books, folder.filePath("a/b/c"));
     EXPECT_FALSE(QFileInfo::exists(folder.filePath("a")));
-    EXPECT_EQ(config.booksDir(), folder.filePath("a/b/c"));
+    EXPECT_EQ(config.existingFolder(Section::Books), folder.filePath("a/b/c"));
     EXPECT_TRUE(QFileInfo(folder.filePath("a/b/c")).isDir());
 }
 
@@ -104,8 +102,8 @@ TEST(ConfigTest, GivesAFolderThatCannotBeMadeAllTheSame)
     const QTemporaryDir folder;
     Files::write(folder.filePath("file"), "x");
     Config config;
-    config.setBooksDir(folder.filePath("file/c"));
-    EXPECT_EQ(config.booksDir(), folder.filePath("file/c"));
+    config.setFolderPath(Section::Books, folder.filePath("file/c"));
+    EXPECT_EQ(config.existingFolder(Section::Books), folder.filePath("file/c"));
 }
 
 TEST(ConfigTest, IsOneForTheWholeProgram)

@@ -49,7 +49,7 @@ TEST_F(TrackJob, DoesNothingForNoTracks)
 TEST_F(TrackJob, StartsNothingWhenTheExportModeIsCancelled)
 {
     add("One", "first");
-    host.toiTunes = std::nullopt;
+    host.handsOver = std::nullopt;
     exportTracks();
     EXPECT_EQ(host.exportModeQuestions, 1);
     EXPECT_TRUE(host.told.isEmpty());
@@ -61,7 +61,7 @@ TEST_F(TrackJob, HandsCopiedFilesToTheMusicApplicationWhenAsked)
     add("One", "first");
     QFile::remove(onDevice(add("Gone", "x")));
     library.playlists = {{"Mix", {1, 1}}};
-    host.toiTunes = true;
+    host.handsOver = true;
     exportTracks();
     EXPECT_EQ(host.handedOver, QStringList(out("Music/Artist/Album/One.mp3") + " to 2"));
 }
@@ -171,7 +171,7 @@ TEST_F(PlaylistJob, HandsOverTheTracksOwnPlaylists)
 {
     add("One", "first");
     library.playlists = {{"A", {1}}, {"B", {1}}};
-    host.toiTunes = true;
+    host.handsOver = true;
     const std::vector<Playlist*> first = {connect().trackDb()->playlists().front()};
     ExportJob(device, config, host, report, host.toStop).exportPlaylists(first);
     EXPECT_EQ(host.handedOver, QStringList(out("Playlists/A/One.mp3") + " to 2"));

@@ -33,12 +33,12 @@ public:
         note("clash " + PathName::lastComponent(path));
         reply(clashAnswer);
     }
-    void checkToiTunes(const Reply<bool>& reply) override
+    void askForHandOver(const Reply<bool>& reply) override
     {
         note("mode?");
         reply(false);
     }
-    void exportToiTunes(const QString& /*path*/, const std::vector<Playlist*>&) override {}
+    void handOver(const QString& /*path*/, const std::vector<Playlist*>&) override {}
     bool exported(double progress) override { return !worker || worker.load()->exported(progress); }
 
     void note(const QString& line)

@@ -54,7 +54,7 @@ protected:
         const ExportReport report;
         (new PreferencesWindow(Config::instance(), true, &window()))->showPref();
         (new CopyRuleWindow(&window()))->ask({}, [](const auto&) {});
-        (new ExportModeWindow(&window()))->checkToiTunes([](const auto&) {});
+        (new ExportModeWindow(&window()))->askForHandOver([](const auto&) {});
         (new ReportWindow(report, &window()))->show();
         CrashWindow::show("a report");
         NewVersionAlert::show(window(), "9", QUrl("http://zell.example/"));

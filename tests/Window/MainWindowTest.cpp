@@ -222,7 +222,7 @@ TEST_F(MainWindowTest, SavesPreferencesForTheNextStart)
     ASSERT_TRUE(waitUntil([this] { return !part<QDialog>("_winPref"); }));
 
     const Config next; // as the next start reads it
-    EXPECT_EQ(next.folderPath(Config::Folder::Music), out("Songs"));
+    EXPECT_EQ(next.folderPath(Section::Music), out("Songs"));
     EXPECT_EQ(next.copyRule(), SkipRule);
 }
 

@@ -60,7 +60,7 @@ protected:
         std::vector<Playlist*> playlists;
         for (Playlist& playlist : owned)
             playlists.push_back(&playlist);
-        handOver.exportToiTunes(file, playlists, [] { return false; });
+        handOver.handOver(file, playlists, [] { return false; });
     }
     QStringList whys() const
     {

@@ -4,7 +4,7 @@
 #include "Device/PhotoDb.h"
 #include "Device/PreviewPass.h"
 #include "Window/Commands.h"
-#include "Window/Views/CollectionViewItem.h"
+#include "Window/Views/PhotoDelegate.h"
 #include "support/SamplePhotos.h"
 #include "support/WindowFixture.h"
 
@@ -41,7 +41,7 @@ protected:
     }
 
     PhotoGrid& grid() { return window().photos(); }
-    NSCollectionViewEx* view() { return grid().collectionView(); }
+    PhotoListView* view() { return grid().collectionView(); }
     QRect bounds(int row) { return view()->visualRect(view()->model()->index(row, 0)); }
     void click(int row) { clickAt(bounds(row).center()); }
     void clickAt(QPoint place)
@@ -217,7 +217,7 @@ TEST_F(PhotoGridTest, HasOneMenuWhereverItIsAskedFor)
     for (const QPoint& place : places) {
         Hands::clickAt(view()->viewport(), place, Hands::Right);
         ASSERT_TRUE(waitUntil([] { return QApplication::activePopupWidget() != nullptr; }));
-        EXPECT_EQ(QApplication::activePopupWidget(), controller->menuCollectionView());
+        EXPECT_EQ(QApplication::activePopupWidget(), controller->photoMenu());
         EXPECT_TRUE(selects({2})) << "the menu is about what is selected";
         Hands::key("Escape");
         ASSERT_TRUE(waitUntil([] { return QApplication::activePopupWidget() == nullptr; }));
@@ -225,7 +225,7 @@ TEST_F(PhotoGridTest, HasOneMenuWhereverItIsAskedFor)
     }
     Hands::key("Menu");
     ASSERT_TRUE(waitUntil([] { return QApplication::activePopupWidget() != nullptr; }));
-    EXPECT_EQ(QApplication::activePopupWidget(), controller->menuCollectionView());
+    EXPECT_EQ(QApplication::activePopupWidget(), controller->photoMenu());
     Hands::key("Escape");
 }
 
@@ -401,17 +401,17 @@ TEST(PhotoGridItem, HandsItsStateOnToItsView)
     model.setPhotos({&photo});
     QStyleOptionViewItem option;
     option.state = QStyle::State_Selected;
-    EXPECT_TRUE(CollectionViewItem().view(option, model.index(0)).selected());
+    EXPECT_TRUE(PhotoDelegate().painterFor(option, model.index(0)).selected());
     option.state = QStyle::State_None;
-    EXPECT_FALSE(CollectionViewItem().view(option, model.index(0)).selected());
+    EXPECT_FALSE(PhotoDelegate().painterFor(option, model.index(0)).selected());
 }
 
 TEST(PhotoGridItem, IsHitAnywhereInItsBoundsAndNowhereElse)
 {
     const QRect bounds(10, 20, 128, 140);
-    EXPECT_TRUE(View::hitTest(bounds.topLeft(), bounds));
-    EXPECT_TRUE(View::hitTest(bounds.center(), bounds));
-    EXPECT_TRUE(View::hitTest(bounds.bottomRight(), bounds));
-    EXPECT_FALSE(View::hitTest(bounds.topLeft() - QPoint(1, 0), bounds));
-    EXPECT_FALSE(View::hitTest(bounds.bottomRight() + QPoint(0, 1), bounds));
+    EXPECT_TRUE(PhotoPainter::hitTest(bounds.topLeft(), bounds));
+    EXPECT_TRUE(PhotoPainter::hitTest(bounds.center(), bounds));
+    EXPECT_TRUE(PhotoPainter::hitTest(bounds.bottomRight(), bounds));
+    EXPECT_FALSE(PhotoPainter::hitTest(bounds.topLeft() - QPoint(1, 0), bounds));
+    EXPECT_FALSE(PhotoPainter::hitTest(bounds.bottomRight() + QPoint(0, 1), bounds));
 }

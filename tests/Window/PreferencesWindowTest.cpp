@@ -65,8 +65,8 @@ TEST_F(PreferencesWindowTest, ShowsTheElevenFoldersAndTheRule)
 {
     config.setCopyRule(OverwriteRule);
     show();
-    for (int i = 0; i < Config::FolderCount; ++i)
-        EXPECT_EQ(field(Fields[std::size_t(i)])->text(), config.folderPath(Config::Folder(i)));
+    for (int i = 0; i < int(Sections::Count); ++i)
+        EXPECT_EQ(field(Fields[std::size_t(i)])->text(), config.folderPath(Section(i)));
     EXPECT_EQ(window->findChild<RadioMatrix*>("_mCopyRule")->selectedRow(), 2);
     delete window;
 }
@@ -74,25 +74,25 @@ TEST_F(PreferencesWindowTest, ShowsTheElevenFoldersAndTheRule)
 TEST_F(PreferencesWindowTest, ClosingStoresEveryField)
 {
     show();
-    for (int i = 0; i < Config::FolderCount; ++i)
+    for (int i = 0; i < int(Sections::Count); ++i)
         field(Fields[std::size_t(i)])->setText(QString("/tmp/folder %1").arg(i));
     window->findChild<RadioMatrix*>("_mCopyRule")->setSelectedRow(3);
     window->endPref();
     EXPECT_TRUE(waitUntil([this] { return window.isNull(); }));
     const Config stored;
-    for (int i = 0; i < Config::FolderCount; ++i)
-        EXPECT_EQ(stored.folderPath(Config::Folder(i)), QString("/tmp/folder %1").arg(i));
+    for (int i = 0; i < int(Sections::Count); ++i)
+        EXPECT_EQ(stored.folderPath(Section(i)), QString("/tmp/folder %1").arg(i));
     EXPECT_EQ(stored.copyRule(), 3);
 }
 
 TEST_F(PreferencesWindowTest, CancellingStoresNothing)
 {
     show();
-    const QString before = config.folderPath(Config::Folder::Music);
+    const QString before = config.folderPath(Section::Music);
     field("_tfMusic")->setText("/tmp/elsewhere");
     Hands::key("Escape");
     EXPECT_TRUE(waitUntil([this] { return window.isNull(); }));
-    EXPECT_EQ(config.folderPath(Config::Folder::Music), before);
+    EXPECT_EQ(config.folderPath(Section::Music), before);
 }
 
 TEST_F(PreferencesWindowTest, OffersTheSwitchWhereSomebodyCanBeAsked)
@@ -126,7 +126,7 @@ TEST_F(PreferencesWindowTest, ChoosesAFolderStartingInTheOneWritten)
     choose(1, folder.filePath("new"));
     EXPECT_EQ(startFolder, folder.filePath("old"));
     EXPECT_EQ(field("_tfMusic")->text(), folder.filePath("new"));
-    EXPECT_NE(Config().folderPath(Config::Folder::Music), folder.filePath("new"))
+    EXPECT_NE(Config().folderPath(Section::Music), folder.filePath("new"))
         << "nothing is stored before the window is closed";
     delete window;
 }

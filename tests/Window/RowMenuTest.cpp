@@ -1,7 +1,7 @@
 // Context menus first select the row under the mouse.
 
-#include "Window/Views/NSOutlineViewEx.h"
-#include "Window/Views/NSTableViewEx.h"
+#include "Window/Views/RowTableView.h"
+#include "Window/Views/SourceTreeView.h"
 #include "support/EventLoop.h"
 #include "support/Hands.h"
 
@@ -49,7 +49,7 @@ protected:
     View view;
 };
 
-using Views = testing::Types<NSTableViewEx, NSOutlineViewEx>;
+using Views = testing::Types<RowTableView, SourceTreeView>;
 } // namespace
 
 TYPED_TEST_SUITE(RowMenuTest, Views);

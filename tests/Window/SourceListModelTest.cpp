@@ -66,7 +66,8 @@ TEST_F(SourceListModelTest, HasThePlaylistsBelowTheirRow)
 {
     show(SamplePlayer::library());
     const QModelIndex playlists = model.index(7, 0);
-    EXPECT_EQ(model.kind(playlists), Kind::Playlists);
+    EXPECT_EQ(model.kind(playlists), Kind::Section);
+    EXPECT_EQ(model.section(playlists), Section::Playlists);
     EXPECT_EQ(labels(playlists).first(), "Road Trip (20)");
     EXPECT_EQ(labels(playlists).last(), "Still Empty (0)");
     const QModelIndex first = model.index(0, 0, playlists);
@@ -77,11 +78,13 @@ TEST_F(SourceListModelTest, HasThePlaylistsBelowTheirRow)
     EXPECT_EQ(model.rowCount(model.index(0, 0)), 0);
 }
 
-TEST_F(SourceListModelTest, KnowsWhichCategoriesHaveABrowser)
+TEST_F(SourceListModelTest, KnowsWhichSectionEachRowBelongsTo)
 {
-    for (const Kind kind :
-         {Kind::Music, Kind::Movies, Kind::TVShows, Kind::Podcasts, Kind::Audiobooks, Kind::Books})
-        EXPECT_TRUE(SourceListModel::browsableCategory(kind).has_value());
-    for (const Kind kind : {Kind::Ringtones, Kind::Playlists, Kind::Photos, Kind::Playlist})
-        EXPECT_FALSE(SourceListModel::browsableCategory(kind).has_value());
+    show(SamplePlayer::library());
+    for (int row = 0; row < 7; ++row)
+        EXPECT_EQ(model.section(model.index(row, 0)), Section(row));
+    EXPECT_EQ(model.section(model.index(0, 0, model.index(7, 0))), Section::Playlists);
+    EXPECT_EQ(model.section(model.index(8, 0)), Section::Photos);
+    EXPECT_TRUE(model.hasSection(Section::Music));
+    EXPECT_FALSE(model.hasSection(Section::CameraRoll));
 }

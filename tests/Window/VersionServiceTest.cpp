@@ -255,7 +255,7 @@ TEST(VersionServiceTest, ReadsThePageOfAProduct)
 {
     const LoopbackServer server([](const Request&) { return LoopbackServer::answer("2.7"); });
     const VersionService service({{}, {}, {}, server.host()}, WebCall({}, 10s));
-    EXPECT_EQ(service.getRumaVersion("Zell iPod iPhone Transfer"), "2.7");
+    EXPECT_EQ(service.latestVersion("Zell iPod iPhone Transfer"), "2.7");
     ASSERT_EQ(server.requests().size(), 1U);
     EXPECT_EQ(server.requests()[0].method, "GET");
     EXPECT_EQ(server.requests()[0].path, "/Zell_iPod_iPhone_Transfer.php");
@@ -267,7 +267,7 @@ TEST(VersionServiceTest, APageThatIsEmptyOrNoAsciiTextIsNoVersion)
         const LoopbackServer server(
             [page](const Request&) { return LoopbackServer::answer(page); });
         const VersionService service({{}, {}, {}, server.host()}, WebCall({}, 10s));
-        EXPECT_TRUE(service.getRumaVersion("Zell").isNull()) << page.toHex().constData();
+        EXPECT_TRUE(service.latestVersion("Zell").isNull()) << page.toHex().constData();
     }
 }
 
@@ -276,8 +276,7 @@ TEST(VersionServiceTest, APageThatIsNotThereIsNoVersion)
     const LoopbackServer server(
         [](const Request&) { return LoopbackServer::answer("2.7", "404 Not Found"); });
     EXPECT_TRUE(VersionService({{}, {}, {}, server.host()}, WebCall({}, 10s))
-                    .getRumaVersion("Zell")
+                    .latestVersion("Zell")
                     .isNull());
-    EXPECT_TRUE(
-        VersionService(UpdateAddresses(), WebCall({}, 10s)).getRumaVersion("Zell").isNull());
+    EXPECT_TRUE(VersionService(UpdateAddresses(), WebCall({}, 10s)).latestVersion("Zell").isNull());
 }

@@ -14,8 +14,8 @@ class ExportFixture : public testing::Test
 protected:
     ExportFixture()
     {
-        for (int i = 0; i < Config::FolderCount; ++i)
-            config.setFolderPath(Config::Folder(i), out(Config::folderName(Config::Folder(i))));
+        for (int i = 0; i < int(Sections::Count); ++i)
+            config.setFolderPath(Section(i), out(Sections::folderName(Section(i))));
         config.setCopyRule(KeepBothRule);
     }
 

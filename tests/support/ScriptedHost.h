@@ -34,12 +34,12 @@ public:
         asked.append(path);
         return clashAnswer;
     }
-    std::optional<bool> checkToiTunes() override
+    std::optional<bool> askForHandOver() override
     {
         ++exportModeQuestions;
-        return toiTunes;
+        return handsOver;
     }
-    void exportToiTunes(const QString& path, const std::vector<Playlist*>& playlists) override
+    void handOver(const QString& path, const std::vector<Playlist*>& playlists) override
     {
         handedOver.append(QString("%1 to %2").arg(path).arg(playlists.size()));
     }
@@ -58,7 +58,7 @@ public:
     /// Called with the number of each chunk, from 1 on; answers for the delegate.
     std::function<bool(int chunk)> onChunk;
     std::optional<ClashAnswer> clashAnswer = ClashAnswer{KeepBothRule, false};
-    std::optional<bool> toiTunes = false;
+    std::optional<bool> handsOver = false;
 
     QStringList told;
     QStringList asked;

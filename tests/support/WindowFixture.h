@@ -13,9 +13,9 @@
 #include "Window/SourceList.h"
 #include "Window/StatusBar.h"
 #include "Window/TrackTable.h"
-#include "Window/Views/NSCollectionViewEx.h"
-#include "Window/Views/NSOutlineViewEx.h"
-#include "Window/Views/NSTableViewEx.h"
+#include "Window/Views/PhotoListView.h"
+#include "Window/Views/RowTableView.h"
+#include "Window/Views/SourceTreeView.h"
 #include "support/EventLoop.h"
 #include "support/Files.h"
 #include "support/Hands.h"
@@ -75,9 +75,8 @@ class WindowFixture : public testing::Test
 protected:
     WindowFixture()
     {
-        for (int i = 0; i < Config::FolderCount; ++i)
-            Config::instance().setFolderPath(Config::Folder(i),
-                                             out(Config::folderName(Config::Folder(i))));
+        for (int i = 0; i < int(Sections::Count); ++i)
+            Config::instance().setFolderPath(Section(i), out(Sections::folderName(Section(i))));
         Config::instance().save();
     }
 

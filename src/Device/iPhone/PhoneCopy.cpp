@@ -25,10 +25,11 @@ std::span<const std::byte> view(const QByteArray& bytes)
 }
 } // namespace
 
-PhoneCopy::PhoneCopy(PhoneFiles& files, std::optional<int> progress)
+PhoneCopy::PhoneCopy(PhoneFiles& files, std::optional<int> progress, File::Mode mode)
     : _files(files)
     , _goOn([this] { return goesOn(); })
     , _progress(progress.value_or(0))
+    , _mode(mode)
 {
 }
 
@@ -49,6 +50,16 @@ CopyResult PhoneCopy::broken(const Failure& failure)
     if (failure.kind == Failure::Kind::Stopped)
         return {End::Stopped, {}};
     return {End::Incomplete, failure.text()};
+}
+
+CopyResult PhoneCopy::unwritten(const File& destination)
+{
+    return {destination.wasTaken() ? End::Taken : End::Failed, destination.error()};
+}
+
+CopyResult PhoneCopy::cutShort() const
+{
+    return {End::Incomplete, tr("The connection to the device was lost")};
 }
 
 CopyResult PhoneCopy::neverEnds() const
@@ -105,9 +116,12 @@ CopyResult PhoneCopy::copyFolder(const QString& from, const QString& to, Depth d
     const Expected<Entries> entries = _files.entries(from, _goOn);
     if (!entries)
         return notBegun(entries.failure());
-    if (!QDir().mkdir(to))
-        return {End::Failed, QFileInfo::exists(to) ? tr("There is something of this name already")
-                                                   : tr("The folder could not be made")};
+    if (!QDir().mkdir(to)) {
+        if (!QFileInfo::exists(to))
+            return {End::Failed, tr("The folder could not be made")};
+        return {_mode == File::Mode::CreateNew ? End::Taken : End::Failed,
+                tr("There is something of this name already")};
+    }
     return copyEntries(from, to, *entries, {depth.folders + 1, depth.links});
 }
 
@@ -128,7 +142,7 @@ CopyResult PhoneCopy::copyEntries(const QString& from, const QString& to, const 
             if (one.end != End::Whole && result.end == End::Whole)
                 result = {End::Incomplete, entry.name + QStringLiteral(": ") + one.why};
             if (_files.service().loss() != PhoneFileService::Loss::None)
-                return result;
+                return result.end == End::Whole ? cutShort() : result;
         }
     }
     return result;
@@ -154,16 +168,16 @@ CopyResult PhoneCopy::copyChunks(PhoneFileReader& reader, const QString& to, dou
         if (!announce())
             return {End::Stopped, {}};
         if (!destination && !reader.bytes().isEmpty())
-            destination.emplace(to, File::Mode::Create);
+            destination.emplace(to, _mode);
         if (destination && !destination->write(view(reader.bytes())))
-            return {End::Failed, destination->error()};
+            return unwritten(*destination);
     }
     const std::optional<Failure>& problem = reader.problem();
     if (problem && !destination)
         return notBegun(*problem);
     if (!destination)
-        destination.emplace(to, File::Mode::Create); // an empty file
-    if (!destination->close())
-        return {End::Failed, destination->error()};
+        destination.emplace(to, _mode); // an empty file
+    if (!destination->isOpen() || !destination->close())
+        return unwritten(*destination);
     return problem ? broken(*problem) : CopyResult();
 }

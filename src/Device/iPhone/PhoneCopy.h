@@ -2,13 +2,13 @@
 
 #include "Device/CopyResult.h"
 #include "Device/iPhone/PhoneFiles.h"
+#include "Platform/File.h"
 
 #include <QCoreApplication>
 #include <QString>
 
 #include <optional>
 
-class File;
 class PhoneFileReader;
 
 /// One copy of a file or of a whole folder out of a phone, each chunk announced to the devices'
@@ -19,7 +19,8 @@ class PhoneCopy
     Q_DECLARE_TR_FUNCTIONS(PhoneCopy)
 
 public:
-    PhoneCopy(PhoneFiles& files, std::optional<int> progress);
+    /// `mode` says what becomes of a file that has the destination's name.
+    PhoneCopy(PhoneFiles& files, std::optional<int> progress, File::Mode mode);
 
     /// A file is created with its first bytes, and a folder once its listing is there: what cannot
     /// be read leaves nothing behind. A stop takes away the folder that it interrupts.
@@ -46,10 +47,13 @@ private:
     /// How a copy ended that `failure` ended before anything was written, or after.
     static CopyResult notBegun(const Failure& failure);
     static CopyResult broken(const Failure& failure);
+    static CopyResult unwritten(const File& destination);
+    [[nodiscard]] CopyResult cutShort() const;
 
     PhoneFiles& _files;
     const PhoneFiles::GoOn _goOn;
     const double _progress; ///< before this copy
+    const File::Mode _mode;
     double _fraction = 0;   ///< of the file that is being copied
     int _entries = 0;
 };

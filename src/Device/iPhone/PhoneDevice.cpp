@@ -90,7 +90,13 @@ bool PhoneDevice::isDirectory(const QString& path)
 
 CopyResult PhoneDevice::copyOut(const QString& from, const QString& to, std::optional<int> progress)
 {
-    return PhoneCopy(_session->files(), progress).copy(from, to);
+    return PhoneCopy(_session->files(), progress, File::Mode::Create).copy(from, to);
+}
+
+CopyResult PhoneDevice::copyOutNew(const QString& from, const QString& to,
+                                   std::optional<int> progress)
+{
+    return PhoneCopy(_session->files(), progress, File::Mode::CreateNew).copy(from, to);
 }
 
 CameraRollDb* PhoneDevice::cameraRollDb()

@@ -43,6 +43,8 @@ public:
     /// Copies files and whole folders.
     CopyResult copyOut(const QString& from, const QString& to,
                        std::optional<int> progress) override;
+    CopyResult copyOutNew(const QString& from, const QString& to,
+                          std::optional<int> progress) override;
     CameraRollDb* cameraRollDb() override;
 
 private:

@@ -25,7 +25,7 @@ plist_t parse(const QByteArray& bytes)
 PropertyList PropertyList::fromFile(const QString& path)
 {
     File file(path, File::Mode::Read);
-    if (!file.isOpen() || file.size() > MostBytes)
+    if (!file.isOpen() || file.size().value_or(0) > MostBytes)
         return fromBytes({});
     return fromBytes(file.readAll());
 }

@@ -62,8 +62,8 @@ void ExportModeWindow::showMusicApplication(const QString& name)
     row->setEnabled(true);
 }
 
-void ExportModeWindow::checkToiTunes(
-    const std::function<void(const std::optional<bool>& toiTunes)>& reply)
+void ExportModeWindow::askForHandOver(
+    const std::function<void(const std::optional<bool>& handsOver)>& reply)
 {
     connect(this, &QDialog::finished, this, [this, reply](int result) {
         if (result == Accepted)

@@ -17,7 +17,7 @@ public:
     /// Shows the question, modally, and deletes itself when it is closed. `reply` gets whether
     /// to add the files, or no answer when the export is given up. Where no music application
     /// can take them, that choice is there but cannot be made.
-    void checkToiTunes(const std::function<void(const std::optional<bool>& toiTunes)>& reply);
+    void askForHandOver(const std::function<void(const std::optional<bool>& handsOver)>& reply);
 
 public Q_SLOTS:
     void stopExportMode() { accept(); }

@@ -22,13 +22,10 @@ namespace
 {
 constexpr int FieldWidth = 420;
 
-/// In the order of Config::Folder.
-constexpr std::array<const char*, Config::FolderCount> FieldNames = {
+/// In the order of the sections.
+constexpr std::array<const char*, Sections::Count> FieldNames = {
     "_tfMusic", "_tfMovies",    "_tfTVShows",    "_tfPodcasts",   "_tfAudiobooks", "_tfRingtones",
     "_tfBooks", "_tfPlaylists", "_tfVoiceMemos", "_tfCameraRoll", "_tfPhotos"};
-constexpr std::array<const char*, Config::FolderCount> IconNames = {
-    "music", "movies",    "tvshows",    "podcasts",   "audiobooks", "ringtones",
-    "books", "playlists", "voicememos", "cameraroll", "photos"};
 } // namespace
 
 PreferencesWindow::PreferencesWindow(Config& config, bool canCheckVersion, QWidget* parent)
@@ -47,16 +44,16 @@ PreferencesWindow::PreferencesWindow(Config& config, bool canCheckVersion, QWidg
     auto* folders = new QGroupBox(tr("Export folders"));
     auto* grid = new QGridLayout(folders);
     grid->setColumnStretch(2, 1);
-    for (int i = 0; i < Config::FolderCount; ++i) {
-        const QString name = Config::folderName(Config::Folder(i));
+    for (int i = 0; i < int(Sections::Count); ++i) {
+        const QString name = Sections::folderName(Section(i));
         auto* field = new QLineEdit;
         field->setObjectName(QString::fromLatin1(FieldNames[std::size_t(i)]));
         field->setAccessibleName(tr("Folder for %1").arg(name));
         field->setMinimumWidth(FieldWidth);
         connect(field, &QLineEdit::textChanged, this, &PreferencesWindow::validate);
         auto* icon = new QLabel;
-        icon->setPixmap(Icons::named(QString::fromLatin1(IconNames[std::size_t(i)]))
-                            .pixmap(QSize(20, 20), devicePixelRatioF()));
+        icon->setPixmap(
+            Icons::named(Sections::icon(Section(i))).pixmap(QSize(20, 20), devicePixelRatioF()));
         auto* label = new QLabel(name + u':');
         label->setBuddy(field);
         auto* choose = new QToolButton;
@@ -112,8 +109,8 @@ void PreferencesWindow::setUpSwitch(bool canCheckVersion)
 
 void PreferencesWindow::showPref()
 {
-    for (int i = 0; i < Config::FolderCount; ++i)
-        _fields[std::size_t(i)]->setText(_config.existingFolder(Config::Folder(i)));
+    for (int i = 0; i < int(Sections::Count); ++i)
+        _fields[std::size_t(i)]->setText(_config.existingFolder(Section(i)));
     const int rule = _config.copyRule();
     // Any other number overwrites as well.
     _mCopyRule->setSelectedRow(rule >= AskRule && rule <= SkipRule ? rule : OverwriteRule);
@@ -124,8 +121,8 @@ void PreferencesWindow::showPref()
 
 void PreferencesWindow::endPref()
 {
-    for (int i = 0; i < Config::FolderCount; ++i)
-        _config.setFolderPath(Config::Folder(i), _fields[std::size_t(i)]->text());
+    for (int i = 0; i < int(Sections::Count); ++i)
+        _config.setFolderPath(Section(i), _fields[std::size_t(i)]->text());
     _config.setCopyRule(_mCopyRule->selectedRow());
     _config.setCheckVersion(_btnCheckVersion->isChecked());
     _config.save();
@@ -135,7 +132,7 @@ void PreferencesWindow::endPref()
 void PreferencesWindow::selectBackupFolder(int tag)
 {
     QLineEdit* field =
-        tag >= 1 && tag <= Config::FolderCount ? _fields[std::size_t(tag - 1)] : nullptr;
+        tag >= 1 && tag <= int(Sections::Count) ? _fields[std::size_t(tag - 1)] : nullptr;
     if (!field)
         return;
     const QString chosen =

@@ -37,7 +37,7 @@ private:
     void validate();
 
     Config& _config;
-    std::array<QLineEdit*, Config::FolderCount> _fields{};
+    std::array<QLineEdit*, Sections::Count> _fields{};
     RadioMatrix* _mCopyRule;
     QCheckBox* _btnCheckVersion;
     QLabel* _hint;

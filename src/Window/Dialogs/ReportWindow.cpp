@@ -1,7 +1,7 @@
 #include "Window/Dialogs/ReportWindow.h"
 
 #include "Window/Dialogs/Alert.h"
-#include "Window/Views/NSTableViewEx.h"
+#include "Window/Views/RowTableView.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
@@ -35,7 +35,7 @@ ReportWindow::ReportWindow(const ExportReport& report, QWidget* parent)
     auto* all = new QCheckBox(tr("Show &all items"));
     all->setObjectName(QStringLiteral("_btnAllItems"));
     connect(all, &QCheckBox::toggled, &_model, &ReportModel::showAll);
-    auto* table = new NSTableViewEx;
+    auto* table = new RowTableView;
     table->setObjectName(QStringLiteral("_tvReport"));
     table->setAccessibleName(tr("Items"));
     table->setModel(&_model);

@@ -1,11 +1,10 @@
 #include "Window/Models/SourceListModel.h"
 
-#include "Device/CameraRollDb.h"
 #include "Device/Device.h"
 #include "Device/PhotoDb.h"
 #include "Device/Playlist.h"
+#include "Device/SectionItems.h"
 #include "Device/TrackDb.h"
-#include "Device/VoiceMemoDb.h"
 
 #include <algorithm>
 
@@ -34,51 +33,24 @@ void SourceListModel::setDevice(Device* device)
     _playlists.clear();
     _albums.clear();
     if (device) {
-        addMedia(*device);
-        addVoiceMemos(*device);
-        addPhotos(*device);
+        for (const SectionFacts& one : Sections::all())
+            addSection(*device, one.section);
+        if (TrackDb* library = device->trackDb())
+            _playlists = library->playlists();
+        if (PhotoDb* library = device->photoDb())
+            _albums = library->albums();
     }
     endResetModel();
 }
 
-void SourceListModel::addMedia(Device& device)
+void SourceListModel::addSection(Device& device, Section section)
 {
-    TrackDb* library = device.trackDb();
-    if (library)
-        _playlists = library->playlists(); // loads it, which the categories do not
-    const auto add = [&](Kind kind, const QString& name, MediaCategory category) {
-        addTopRow(kind, name,
-                  library ? library->category(category).tracks(CategoryIndex::AllKey).size() : 0);
-    };
-    add(Kind::Music, QStringLiteral("Music"), MediaCategory::Music);
-    add(Kind::Movies, QStringLiteral("Movies"), MediaCategory::Movies);
-    add(Kind::TVShows, QStringLiteral("TV Shows"), MediaCategory::TVShows);
-    add(Kind::Podcasts, QStringLiteral("Podcasts"), MediaCategory::Podcasts);
-    add(Kind::Audiobooks, QStringLiteral("Audiobooks"), MediaCategory::Audiobooks);
-    add(Kind::Ringtones, QStringLiteral("Ringtones"), MediaCategory::Ringtones);
-    add(Kind::Books, QStringLiteral("Books"), MediaCategory::Books);
-    addTopRow(Kind::Playlists, QStringLiteral("Playlists"), _playlists.size());
-}
-
-void SourceListModel::addVoiceMemos(Device& device)
-{
-    if (VoiceMemoDb* recordings = device.voiceMemoDb())
-        addTopRow(Kind::VoiceMemos, QStringLiteral("Voice Memos"), recordings->memos().size());
-}
-
-void SourceListModel::addPhotos(Device& device)
-{
-    if (CameraRollDb* roll = device.cameraRollDb())
-        addTopRow(Kind::CameraRoll, QStringLiteral("Camera Roll"), roll->photos().size());
-    PhotoDb* library = device.photoDb();
-    if (library)
-        _albums = library->albums();
-    addTopRow(Kind::Photos, QStringLiteral("Photo"), library ? library->photos().size() : 0);
-}
-
-void SourceListModel::addTopRow(Kind kind, const QString& name, std::size_t count)
-{
-    _topRows.push_back({kind, withCount(name, count)});
+    const std::optional<SectionItems> items = SectionItems::of(device, section);
+    // Every device may have media and photos one day; the other two are matters of its kind.
+    if (!items && (section == Section::VoiceMemos || section == Section::CameraRoll))
+        return;
+    _topRows.push_back(
+        {section, withCount(Sections::rowName(section), items ? items->count() : 0)});
 }
 
 SourceListModel::Kind SourceListModel::kind(const QModelIndex& index) const
@@ -89,8 +61,21 @@ SourceListModel::Kind SourceListModel::kind(const QModelIndex& index) const
     case BelowPhotos:
         return Kind::Album;
     default:
-        return _topRows.at(std::size_t(index.row())).kind;
+        return Kind::Section;
     }
+}
+
+Section SourceListModel::section(const QModelIndex& index) const
+{
+    switch (kind(index)) {
+    case Kind::Playlist:
+        return Section::Playlists;
+    case Kind::Album:
+        return Section::Photos;
+    case Kind::Section:
+        break;
+    }
+    return _topRows.at(std::size_t(index.row())).section;
 }
 
 Playlist* SourceListModel::playlist(const QModelIndex& index) const
@@ -107,58 +92,34 @@ Album* SourceListModel::album(const QModelIndex& index) const
     return _albums.at(std::size_t(index.row()));
 }
 
-std::optional<MediaCategory> SourceListModel::browsableCategory(Kind kind)
-{
-    switch (kind) {
-    case Kind::Music:
-        return MediaCategory::Music;
-    case Kind::Movies:
-        return MediaCategory::Movies;
-    case Kind::TVShows:
-        return MediaCategory::TVShows;
-    case Kind::Podcasts:
-        return MediaCategory::Podcasts;
-    case Kind::Audiobooks:
-        return MediaCategory::Audiobooks;
-    case Kind::Books:
-        return MediaCategory::Books;
-    default:
-        return std::nullopt;
-    }
-}
-
-bool SourceListModel::showsPhotos(Kind kind)
-{
-    return kind == Kind::CameraRoll || kind == Kind::Photos || kind == Kind::Album;
-}
-
 QModelIndex SourceListModel::index(int row, int column, const QModelIndex& parent) const
 {
     if (!hasIndex(row, column, parent))
         return {};
     if (!parent.isValid())
         return createIndex(row, column, TopLevel);
-    return createIndex(row, column, kind(parent) == Kind::Photos ? BelowPhotos : BelowPlaylists);
+    return createIndex(row, column,
+                       section(parent) == Section::Photos ? BelowPhotos : BelowPlaylists);
 }
 
 QModelIndex SourceListModel::parent(const QModelIndex& index) const
 {
     if (!index.isValid() || index.internalId() == TopLevel)
         return {};
-    const Kind above = index.internalId() == BelowPhotos ? Kind::Photos : Kind::Playlists;
+    const Section above = section(index);
     return createIndex(topRowOf(above), 0, TopLevel);
 }
 
-int SourceListModel::topRowOf(Kind kind) const
+int SourceListModel::topRowOf(Section section) const
 {
     const auto row = std::find_if(_topRows.begin(), _topRows.end(),
-                                  [kind](const TopRow& top) { return top.kind == kind; });
+                                  [section](const TopRow& top) { return top.section == section; });
     return int(row - _topRows.begin());
 }
 
-bool SourceListModel::hasTopRow(Kind kind) const
+bool SourceListModel::hasSection(Section section) const
 {
-    return topRowOf(kind) < int(_topRows.size());
+    return topRowOf(section) < int(_topRows.size());
 }
 
 int SourceListModel::rowCount(const QModelIndex& parent) const
@@ -167,14 +128,10 @@ int SourceListModel::rowCount(const QModelIndex& parent) const
         return int(_topRows.size());
     if (parent.internalId() != TopLevel || parent.column() != 0)
         return 0;
-    switch (kind(parent)) {
-    case Kind::Playlists:
-        return int(_playlists.size());
-    case Kind::Photos:
-        return int(_albums.size());
-    default:
-        return 0;
-    }
+    const Section above = section(parent);
+    return above == Section::Playlists ? int(_playlists.size())
+           : above == Section::Photos  ? int(_albums.size())
+                                       : 0;
 }
 
 int SourceListModel::columnCount(const QModelIndex& /*parent*/) const
@@ -191,6 +148,8 @@ QVariant SourceListModel::data(const QModelIndex& index, int role) const
         return label(index);
     case KindRole:
         return int(kind(index));
+    case SectionRole:
+        return int(section(index));
     case PlaylistRole:
         return QVariant::fromValue(playlist(index));
     case AlbumRole:

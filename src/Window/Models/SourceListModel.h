@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Device/Track.h"
+#include "Device/Section.h"
 
 #include <QAbstractItemModel>
 
@@ -18,23 +18,15 @@ class SourceListModel final : public QAbstractItemModel
 {
     Q_OBJECT
 public:
+    /// What a row stands for.
     enum class Kind {
-        Music,
-        Movies,
-        TVShows,
-        Podcasts,
-        Audiobooks,
-        Ringtones,
-        Books,
-        Playlists,
-        VoiceMemos, ///< only where the device has a place for them
-        CameraRoll, ///< only phones have one
-        Photos,
-        Playlist, ///< one of them, below Playlists
-        Album     ///< one of them, below Photos
+        Section,  ///< a section of the device
+        Playlist, ///< one of them, below the section of the playlists
+        Album     ///< one of them, below the section of the photos
     };
     enum Role {
         KindRole = Qt::UserRole, ///< the row's Kind, as an int
+        SectionRole,             ///< the Section that the row is or stands below, as an int
         PlaylistRole,            ///< the `Playlist*` of a row below Playlists
         AlbumRole                ///< the `Album*` of a row below Photos
     };
@@ -45,16 +37,13 @@ public:
     void setDevice(Device* device);
 
     [[nodiscard]] Kind kind(const QModelIndex& index) const;
-    [[nodiscard]] bool hasTopRow(Kind kind) const;
+    /// The section that the row is, or stands below.
+    [[nodiscard]] Section section(const QModelIndex& index) const;
+    /// Voice memos show only where the device has a place for them, a camera roll on phones.
+    [[nodiscard]] bool hasSection(Section section) const;
     /// Null for every row that is not a playlist, or not an album.
     [[nodiscard]] Playlist* playlist(const QModelIndex& index) const;
     [[nodiscard]] Album* album(const QModelIndex& index) const;
-    /// The category that a kind shows with the browser; none for ringtones and all others.
-    static std::optional<MediaCategory> browsableCategory(Kind kind);
-
-    /// Whether a kind shows photos, in the grid.
-    static bool showsPhotos(Kind kind);
-
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
     QModelIndex parent(const QModelIndex& index) const override;
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -63,15 +52,12 @@ public:
 
 private:
     struct TopRow {
-        Kind kind;
+        Section section;
         QString label;
     };
 
-    void addTopRow(Kind kind, const QString& name, std::size_t count);
-    void addMedia(Device& device);
-    void addVoiceMemos(Device& device);
-    void addPhotos(Device& device);
-    [[nodiscard]] int topRowOf(Kind kind) const;
+    void addSection(Device& device, Section section);
+    [[nodiscard]] int topRowOf(Section section) const;
     [[nodiscard]] QString label(const QModelIndex& index) const;
 
     std::vector<TopRow> _topRows;

@@ -99,7 +99,7 @@ QString VersionService::parseReply(const QByteArray& reply)
     return {};
 }
 
-QString VersionService::getRumaVersion(const QString& productName) const
+QString VersionService::latestVersion(const QString& productName) const
 {
     QUrl address;
     address.setScheme(QStringLiteral("http"));

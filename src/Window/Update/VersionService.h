@@ -19,7 +19,7 @@ public:
                                      const QString& pcName, int versionType,
                                      const QString& ipAddress) const;
     /// What the page of a product says, for services that are nothing but such pages.
-    [[nodiscard]] QString getRumaVersion(const QString& productName) const;
+    [[nodiscard]] QString latestVersion(const QString& productName) const;
 
     /// The version in an answer to `getVersion`. Nobody vouches for what came: it is looked
     /// through once, within its own size, and nothing that it refers to is followed.

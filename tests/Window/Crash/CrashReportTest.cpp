@@ -107,8 +107,8 @@ public:
         told.append(canceled ? "canceled" : "finished");
     }
     void askClash(const QString& /*path*/, const Reply<ClashAnswer>& /*reply*/) override {}
-    void checkToiTunes(const Reply<bool>& /*reply*/) override {}
-    void exportToiTunes(const QString& /*path*/, const std::vector<Playlist*>&) override {}
+    void askForHandOver(const Reply<bool>& /*reply*/) override {}
+    void handOver(const QString& /*path*/, const std::vector<Playlist*>&) override {}
 
     QStringList told;
 };
