@@ -19,7 +19,7 @@ protected:
     int run(const QString& way)
     {
         QProcess process;
-        process.start(program, {_folder.path(), way});
+        process.start(_program, {_folder.path(), way});
         EXPECT_TRUE(process.waitForFinished(60'000));
         _output = QString::fromUtf8(process.readAllStandardOutput());
         return process.exitStatus() == QProcess::CrashExit ? -1 : process.exitCode();
@@ -47,7 +47,7 @@ protected:
                name + "\n\n" + reason + "\n\nStack Trace:\n";
     }
 
-    QString program = QStringLiteral(ZELL_CRASHING_PROGRAM);
+    QString _program = QStringLiteral(ZELL_CRASHING_PROGRAM);
 
 private:
     QTemporaryDir _folder;
@@ -126,12 +126,12 @@ TEST_F(LastRunTest, ASegmentationFaultIsShownAtTheNextStart)
 TEST_F(LastRunTest, NamesTheFunctionsOfAStrippedProgramWhereItsSymbolsAreInstalled)
 {
     StrippedProgram stripped;
-    program = stripped.path();
+    _program = stripped.path();
     EXPECT_FALSE(dieOf("segv").contains("writeToNoAddress"));
     stripped.installSymbols();
     const QString shown = dieOf("segv");
-    EXPECT_TRUE(shown.contains("(anonymous namespace)::writeToNoAddress()\n"))
-        << shown.toStdString();
+    for (const char* function : {"writeToNoAddress", "dieOf", "main"})
+        EXPECT_TRUE(shown.contains(function)) << function << " in " << shown.toStdString();
 }
 
 TEST_F(LastRunTest, IsShownOnce)
