@@ -13,8 +13,7 @@ device, and a report says of every item whether it arrived whole.
 Comes with a program for the terminal, zell-transfer-cli.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 
-# The programs are stripped, and what was taken from them is a package beside them: where that is
-# installed, a crash report names the functions that led there.
+# The programs are stripped, and what was taken from them is a package beside them, for debuggers.
 set(CPACK_DEBIAN_DEBUGINFO_PACKAGE ON)
 
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)

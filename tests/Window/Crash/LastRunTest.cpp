@@ -55,13 +55,17 @@ private:
 };
 
 /// The program as it is installed: without symbols, which a package of their own puts where
-/// debuggers look for them.
+/// debuggers look for them, and with or without the names of its functions.
 class StrippedProgram
 {
 public:
-    StrippedProgram()
+    enum class Names { Kept, Gone };
+
+    explicit StrippedProgram(Names names)
     {
         EXPECT_TRUE(QFile::copy(QStringLiteral(ZELL_CRASHING_PROGRAM), path()));
+        if (names == Names::Kept)
+            change(QStringLiteral(ZELL_PACKAGING "/keep-names"), {path()});
         const QString id = buildId();
         const QString symbols = _folder.filePath("symbols/" + id.first(2));
         QDir().mkpath(symbols);
@@ -123,9 +127,19 @@ TEST_F(LastRunTest, ASegmentationFaultIsShownAtTheNextStart)
     EXPECT_TRUE(shown.contains("\nmain\n")) << shown.toStdString();
 }
 
+TEST_F(LastRunTest, NamesTheFunctionsOfAnInstalledProgram)
+{
+    const StrippedProgram stripped(StrippedProgram::Names::Kept);
+    _program = stripped.path();
+    const QString shown = dieOf("segv");
+    EXPECT_TRUE(shown.contains("(anonymous namespace)::writeToNoAddress()\n"))
+        << shown.toStdString();
+    EXPECT_TRUE(shown.contains("\nmain\n")) << shown.toStdString();
+}
+
 TEST_F(LastRunTest, NamesTheFunctionsOfAStrippedProgramWhereItsSymbolsAreInstalled)
 {
-    StrippedProgram stripped;
+    StrippedProgram stripped(StrippedProgram::Names::Gone);
     _program = stripped.path();
     EXPECT_FALSE(dieOf("segv").contains("writeToNoAddress"));
     stripped.installSymbols();
