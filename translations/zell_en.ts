@@ -554,30 +554,30 @@
     </message>
     <message numerus="yes">
         <source>The music library is damaged: %1 of %n tracks could be read.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The music library is damaged: %1 of %n track could be read.</numerusform>
+            <numerusform>The music library is damaged: %1 of %n tracks could be read.</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The photo library is damaged: %1 of %n photos could be read.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The photo library is damaged: %1 of %n photo could be read.</numerusform>
+            <numerusform>The photo library is damaged: %1 of %n photos could be read.</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The list of voice memos is damaged: %1 of %n recordings could be read.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The list of voice memos is damaged: %1 of %n recording could be read.</numerusform>
+            <numerusform>The list of voice memos is damaged: %1 of %n recordings could be read.</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The list of books is damaged: %1 of %n books could be read.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The list of books is damaged: %1 of %n book could be read.</numerusform>
+            <numerusform>The list of books is damaged: %1 of %n books could be read.</numerusform>
         </translation>
     </message>
     <message>
