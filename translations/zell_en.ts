@@ -2,29 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
-    <name>AFCFailure</name>
-    <message>
-        <source>The phone has stopped answering. Unlock it; it is opened again as soon as it answers.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The phone is locked. Unlock it and connect it again.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The phone does not trust this computer. Unlock the phone, connect it again and tap Trust.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>No secure connection to the phone could be made. Connect it again.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The phone does not give access to its files. Unlock it and connect it again.</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
     <name>AboutWindow</name>
     <message>
         <source>About %1</source>
@@ -43,6 +20,10 @@
     <name>Archive</name>
     <message>
         <source>The folder is empty</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folder could not be packed</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -83,6 +64,14 @@
     </message>
     <message>
         <source>It was not copied</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device reports no size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing tells whether the copy is whole: %1</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -129,6 +118,17 @@
     </message>
     <message>
         <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Destinations</name>
+    <message>
+        <source>The destination folder is on the device itself, and nothing is written there</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no destination folder</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -192,6 +192,57 @@
     </message>
 </context>
 <context>
+    <name>ExportJob</name>
+    <message>
+        <source>The export was stopped before this item</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The library names no file for this item</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The export was given up at this item</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A file of this name is there already</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The export was stopped during this item</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This is a link on the device, and leads to nothing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This is an empty folder on the device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The packed folder could not be renamed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The screen copy of this photo on the device cannot be read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device holds no full-size picture of this photo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture could not be stored as JPEG</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Only a screen copy of %1 x %2 is on the device</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>ExportModeWindow</name>
     <message>
         <source>To &amp;folders only</source>
@@ -228,11 +279,26 @@
         <source>The name leads out of the destination folder</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>There is no destination folder</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>FaultExceptionPanelController</name>
     <message>
         <source> has encountered an unexpected error. Please email this report to %1 so it can be fixed in the next release.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FolderRemoval</name>
+    <message>
+        <source>The folder could not be removed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folder is a link or somebody else&apos;s</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -422,6 +488,177 @@
             <numerusform>All (%n Album)</numerusform>
             <numerusform>All (%n Albums)</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>LibraryProblems</name>
+    <message>
+        <source>The device has music, but no music library that is known here.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device has photos, but no photo library that is known here.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device has pictures, but no camera roll that is known here.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device has recordings, but no list of voice memos that is known here.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device has books, but no list of books that is known here.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The music library is damaged: its file is empty.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The photo library is damaged: its file is empty.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The camera roll is damaged: its file is empty.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The list of voice memos is damaged: its file is empty.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The list of books is damaged: its file is empty.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The music library is damaged. What could be read of it is shown.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The photo library is damaged. What could be read of it is shown.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The camera roll is damaged. What could be read of it is shown.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The list of voice memos is damaged. What could be read of it is shown.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The list of books is damaged. What could be read of it is shown.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>The music library is damaged: %1 of %n tracks could be read.</source>
+        <translation>
+            <numerusform>The music library is damaged: %1 of %n track could be read.</numerusform>
+            <numerusform>The music library is damaged: %1 of %n tracks could be read.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The photo library is damaged: %1 of %n photos could be read.</source>
+        <translation>
+            <numerusform>The photo library is damaged: %1 of %n photo could be read.</numerusform>
+            <numerusform>The photo library is damaged: %1 of %n photos could be read.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The list of voice memos is damaged: %1 of %n recordings could be read.</source>
+        <translation>
+            <numerusform>The list of voice memos is damaged: %1 of %n recording could be read.</numerusform>
+            <numerusform>The list of voice memos is damaged: %1 of %n recordings could be read.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The list of books is damaged: %1 of %n books could be read.</source>
+        <translation>
+            <numerusform>The list of books is damaged: %1 of %n book could be read.</numerusform>
+            <numerusform>The list of books is damaged: %1 of %n books could be read.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Part of the music library is of a kind that is not known here, and is not shown.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Part of the photo library is of a kind that is not known here, and is not shown.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Part of the camera roll is of a kind that is not known here, and is not shown.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Part of the list of voice memos is of a kind that is not known here, and is not shown.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Part of the list of books is of a kind that is not known here, and is not shown.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Part of the music library is larger than anything that is known, and was not read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Part of the photo library is larger than anything that is known, and was not read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Part of the camera roll is larger than anything that is known, and was not read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Part of the list of voice memos is larger than anything that is known, and was not read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Part of the list of books is larger than anything that is known, and was not read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The music library could not be read from the device.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The photo library could not be read from the device.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The camera roll could not be read from the device.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The list of voice memos could not be read from the device.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The list of books could not be read from the device.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The newest changes of the music library could not be read. It is shown as it was before them.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The newest changes of the photo library could not be read. It is shown as it was before them.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The newest changes of the camera roll could not be read. It is shown as it was before them.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The newest changes of the list of voice memos could not be read. It is shown as it was before them.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The newest changes of the list of books could not be read. It is shown as it was before them.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -669,6 +906,29 @@
     </message>
 </context>
 <context>
+    <name>MusicHandOver</name>
+    <message>
+        <source>%1 cannot read the file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no music application</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 did not take the file into the playlist &quot;%2&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 does not answer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copied, but not added to the music application: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>NewVersionAlert</name>
     <message>
         <source>%1 New Version</source>
@@ -684,6 +944,138 @@
     </message>
     <message>
         <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PhoneCopy</name>
+    <message>
+        <source>The connection to the device was lost</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folders on the device never end</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This is neither a file nor a folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folder could not be made</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is something of this name already</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device does not tell the size of the file</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PhoneFailure</name>
+    <message>
+        <source>The phone has stopped answering. Unlock it; it is opened again as soon as it answers.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The phone is locked. Unlock it and connect it again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The phone does not trust this computer. Unlock the phone, connect it again and tap Trust.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No secure connection to the phone could be made. Connect it again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The phone does not give access to its files. Unlock it and connect it again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The phone does not answer. Unlock it and connect it again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The service usbmuxd, which reaches phones over USB, is not running. Install or start it, then connect the phone again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device does not answer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device does not answer in a way that makes sense</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device was disconnected</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PhoneFileReader</name>
+    <message>
+        <source>Part of the file could not be read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file ended before its size was reached</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file is longer than the device reported</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Whether the file changed meanwhile could not be asked</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file changed while it was read</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PhoneFiles</name>
+    <message>
+        <source>It was stopped</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no such file on the device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The phone does not tell what this is</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folder could not be read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folder holds too many files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file on the device could not be opened</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This is no file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device does not tell the size of the file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file does not fit into memory</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -893,6 +1285,68 @@
     </message>
 </context>
 <context>
+    <name>SystemFailure</name>
+    <message>
+        <source>There is no such file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What holds the file has gone</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is a link on the way, and it is not followed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The path leads out of its folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This is no file that can be read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file could not be read</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TemporaryCopy</name>
+    <message>
+        <source>The file could not be read to its end</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no such file on the device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No private copy of the file could be made</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The reading was stopped</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file is a link, and links on a device are not followed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is something that is no file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file is larger than any library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no private folder for copies on this computer</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TrackTable</name>
     <message>
         <source>Tracks</source>
@@ -919,6 +1373,29 @@
     </message>
     <message>
         <source>Genre</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>iPodDevice</name>
+    <message>
+        <source>The path leads out of the device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This is a link, and links on a device are not followed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device was disconnected</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file changed while it was read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of %2 bytes were copied</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
