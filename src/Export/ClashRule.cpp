@@ -31,10 +31,8 @@ std::optional<QString> ClashRule::checkPath(const QString& path, Config& config,
         if (!answer)
             return std::nullopt;
         rule = answer->rule;
-        if (answer->remember) {
+        if (answer->remember) // for the rest of this job; whoever asked the person saves it
             config.setCopyRule(rule);
-            config.save();
-        }
     }
     switch (rule) {
     case KeepBothRule:

@@ -70,6 +70,10 @@ private:
     void showBrowser();
     void switchBrowser();
     void refreshUI();
+    /// Says on the button how many items it would export; many changes in a row cost one look.
+    void chosenChanged();
+    void showChosen();
+    void showProblems();
 
     [[nodiscard]] const std::shared_ptr<Device>& currentDevice() const;
     [[nodiscard]] MenuState menuState();
@@ -87,4 +91,5 @@ private:
     std::unique_ptr<ExportCommands> _exports;
     UpdateAddresses _updateAddresses;
     std::unique_ptr<VersionCheck> _versionCheck;
+    bool _chosenDue = false; ///< `showChosen` is on its way
 };

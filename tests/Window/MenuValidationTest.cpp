@@ -61,6 +61,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{"exportSelectedPhotoAlbum",
                         Command::exportSelectedPhotoAlbum,
                         {device, [](MenuState& s) { s.albumSelected = true; }}},
+                    Row{"exportEverything", Command::exportEverything, {device}},
                     Row{"exportAllMedia", Command::exportAllMedia, {device}},
                     Row{"exportAllMusic", Command::exportAllMusic, {device}},
                     Row{"exportAllMovies", Command::exportAllMovies, {device}},

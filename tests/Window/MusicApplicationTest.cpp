@@ -223,7 +223,7 @@ TEST_F(MusicApplicationTest, TheWindowHandsOverWhatItExports)
     Hands::key("Return");
     EXPECT_EQ(closeAlert(), "Export finished!");
     EXPECT_EQ(part<QToolButton>("_btnFailures")->text(),
-              "1 times the music application did not take a file");
+              "1 time(s) the music application did not take a file");
     EXPECT_TRUE(isInLibrary(out("Music/Artist/Album/One.wav")));
     EXPECT_EQ(filesOf("Road"), QStringList({"One.wav", "Two.wav"}));
 }
