@@ -257,8 +257,9 @@ protected:
     QMessageBox* waitForAlert(const QString& name = "_alertFinish")
     {
         auto* box = waitFor<QMessageBox>(name);
-        if (box)
+        if (box) {
             EXPECT_TRUE(waitUntil([&] { return box->isActiveWindow(); }));
+        }
         return box;
     }
     /// Waits for the alert at the end, and closes it. Gives the first line of what it says.
