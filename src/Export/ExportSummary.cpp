@@ -86,10 +86,10 @@ QStringList ExportSummary::lines() const
     if (_notCopied > 0)
         lines.append(tr("%n item(s) were not copied:", nullptr, _notCopied));
     for (std::size_t i = 0; i < _groups.size() && i < MostGroups; ++i)
-        lines.append(QStringLiteral("\u2022 ") +
+        lines.append(QStringLiteral("• ") +
                      tr("%1: %2").arg(_groups[i].count).arg(_groups[i].why.left(LongestReason)));
     if (_groups.size() > MostGroups)
-        lines.append(QStringLiteral("\u2022 ") +
+        lines.append(QStringLiteral("• ") +
                      tr("and %n other reason(s)", nullptr, int(_groups.size() - MostGroups)));
     if (_notHandedOver > 0)
         lines.append(

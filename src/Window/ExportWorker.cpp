@@ -50,7 +50,7 @@ void ExportWorker::requestStop()
 
 bool ExportWorker::exported(double progress)
 {
-    if (_toStop)
+    if (_toStop || _deviceGone)
         return false;
     // One letter at a time: a fast copy has far more chunks than anybody could look at.
     _progress->value = _before + progress;

@@ -72,6 +72,9 @@ public:
 
     /// The job ends at its next chunk.
     void requestStop();
+    /// The device has gone: the copy under way ends at its next chunk, and the job finds out by
+    /// itself what that means for the items it has not reached.
+    void deviceHasGone() { _deviceGone = true; }
     [[nodiscard]] bool isStopRequested() const { return _toStop; }
     /// Called by the device's delegate, on the job's thread, for each chunk: false when the copy
     /// is to stop. Shows the progress on the window's thread, as often as that gets to it.
@@ -106,6 +109,7 @@ private:
     ShowChunk _showChunk;
     std::shared_ptr<Progress> _progress = std::make_shared<Progress>();
     std::atomic<bool> _toStop = false;
+    std::atomic<bool> _deviceGone = false;
     std::atomic<int> _before = 0; ///< items of the parts of the job that are done
     bool _finishShown = false;    ///< used by the thread alone
     std::stop_source _ended;      ///< no answer is waited for any more

@@ -129,7 +129,10 @@ void JobController::deviceDisconnected(const Device& device)
         return;
     const std::optional<Failure> why = device.whyGone();
     _whyGone = why ? why->words : tr("The device was disconnected");
-    requestStop();
+    if (why)
+        _worker->deviceHasGone();
+    else
+        requestStop(); // the job has no way to know
 }
 
 void JobController::stopForQuit()
@@ -180,7 +183,7 @@ void JobController::showItem(const ExportItem& /*item*/) {}
 
 void JobController::showNotPlayed(const QString& title, const Failure& why)
 {
-    _notPlayed = tr("\u201c%1\u201d cannot be played: %2").arg(title, why.text());
+    _notPlayed = tr("“%1” cannot be played: %2").arg(title, why.text());
 }
 
 void JobController::showFinish(bool canceled, bool alert)

@@ -15,7 +15,7 @@ constexpr int SignSize = 20;
 ProblemLine::ProblemLine(QWidget* parent)
     : QWidget(parent)
     , _words(new WrappedLabel)
-    , _details(new QPushButton(tr("De&tails\u2026")))
+    , _details(new QPushButton(tr("De&tails…")))
 {
     setObjectName(QStringLiteral("_vProblems"));
     auto* sign = new QLabel;

@@ -53,7 +53,11 @@ protected:
         window().status().setExporting(false);
 
         const auto ended = std::make_shared<FinishedExport>();
-        ended->report = std::make_shared<ExportReport>();
+        const auto report = std::make_shared<ExportReport>();
+        ExportItem copied;
+        copied.to = out("Music/One.mp3");
+        report->add(copied);
+        ended->report = report;
         (new PreferencesWindow(Config::instance(), true, &window()))->showPref();
         (new CopyRuleWindow(&window()))->ask({}, KeepBothRule, [](const auto&) {});
         (new ExportModeWindow(false, &window()))->askForHandOver([](const auto&) {});

@@ -122,6 +122,9 @@ TEST_F(MainWindowTest, UnpluggingDuringAnExportEndsItWithAReport)
     player.reset();
     ASSERT_TRUE(waitUntil([this] { return devices().isEmpty(); }));
     EXPECT_TRUE(part<QWidget>("_vEmpty")->isVisible());
+    const QMessageBox* alert = waitForAlert();
+    ASSERT_TRUE(alert);
+    EXPECT_EQ(alert->windowTitle(), "The device was disconnected");
     closeAlert();
     ASSERT_TRUE(waitUntil([this] { return !controller->jobs().isBusy(); }));
     EXPECT_EQ(controller->jobs().report()->items().size(), std::size_t(EndlessCount));

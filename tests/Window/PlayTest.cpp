@@ -71,7 +71,7 @@ TEST_F(PlayTest, AMissingFileIsToldByTheStatusLineOnly)
     ASSERT_TRUE(QFile::remove(path("Mira/iPod_Control/Music/F00/1.mp3")));
     play(0);
     EXPECT_TRUE(waitUntil([this] { return info().startsWith("Export Finished!"); }));
-    EXPECT_TRUE(info().contains("\u201cGone\u201d cannot be played: ")) << info().toStdString();
+    EXPECT_TRUE(info().contains("“Gone” cannot be played: ")) << info().toStdString();
     expectOnlyInTheStatusLine(info());
 }
 
@@ -108,7 +108,7 @@ TEST_F(PlayTest, PlaysTheFirstRow)
     add("Two", "second");
     openOnPlayer();
     play(0);
-    EXPECT_TRUE(waitUntil([this] { return info().contains("\u201cOne\u201d"); }));
+    EXPECT_TRUE(waitUntil([this] { return info().contains("“One”"); }));
     EXPECT_FALSE(part<QDialog>("_alert"));
 }
 

@@ -45,7 +45,7 @@ QString FinishAlert::details(const FinishedExport& ended)
     if (named > 0)
         lines.append(tr("Not all of the device could be read:"));
     for (std::size_t i = 0; i < named; ++i)
-        lines.append(QStringLiteral("\u2022 ") + ended.problems[i].problem.words);
+        lines.append(QStringLiteral("• ") + ended.problems[i].problem.words);
     return lines.join(u'\n');
 }
 
