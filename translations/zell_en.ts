@@ -69,13 +69,6 @@
     </message>
 </context>
 <context>
-    <name>Config</name>
-    <message>
-        <source>The settings could not be saved</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
     <name>ConsoleExportHost</name>
     <message>
         <source>(n)umber, (o)verwrite, (s)kip, (a)bort; a capital letter answers for all:</source>
@@ -199,13 +192,6 @@
     </message>
 </context>
 <context>
-    <name>ExportCommands</name>
-    <message>
-        <source>There is nothing to export.</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
     <name>ExportModeWindow</name>
     <message>
         <source>To &amp;folders only</source>
@@ -244,52 +230,6 @@
     </message>
 </context>
 <context>
-    <name>ExportSummary</name>
-    <message numerus="yes">
-        <source>%n item(s) were copied.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>They are in %1.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message numerus="yes">
-        <source>%n item(s) were skipped: there were files of their names already.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n item(s) were not copied:</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>%1: %2</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message numerus="yes">
-        <source>and %n other reason(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n time(s) the music application did not take a file.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-        </translation>
-    </message>
-</context>
-<context>
     <name>FaultExceptionPanelController</name>
     <message>
         <source> has encountered an unexpected error. Please email this report to %1 so it can be fixed in the next release.</source>
@@ -297,119 +237,89 @@
     </message>
 </context>
 <context>
-    <name>FinishAlert</name>
-    <message>
-        <source>The folder could not be opened</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Nothing could be copied</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message numerus="yes">
-        <source>Finished, with %n item(s) not copied</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>Not all of the device could be read:</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Show &amp;Report</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Open &amp;Folder</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
     <name>ItdbProblems</name>
     <message numerus="yes">
         <source>The music library is damaged: %1 of %n tracks could be read</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The music library is damaged: %1 of %n track could be read</numerusform>
+            <numerusform>The music library is damaged: %1 of %n tracks could be read</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The music library is damaged: %1 of %n playlists could be read</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The music library is damaged: %1 of %n playlist could be read</numerusform>
+            <numerusform>The music library is damaged: %1 of %n playlists could be read</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The photo library is damaged: %1 of %n photos could be read</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The photo library is damaged: %1 of %n photo could be read</numerusform>
+            <numerusform>The photo library is damaged: %1 of %n photos could be read</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The photo library is damaged: %1 of %n albums could be read</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The photo library is damaged: %1 of %n album could be read</numerusform>
+            <numerusform>The photo library is damaged: %1 of %n albums could be read</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The music library is damaged: it does not say how many tracks it has, and %n could be read</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The music library is damaged: it does not say how many tracks it has, and %n could be read</numerusform>
+            <numerusform>The music library is damaged: it does not say how many tracks it has, and %n could be read</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The music library is damaged: it does not say how many playlists it has, and %n could be read</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The music library is damaged: it does not say how many playlists it has, and %n could be read</numerusform>
+            <numerusform>The music library is damaged: it does not say how many playlists it has, and %n could be read</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The photo library is damaged: it does not say how many photos it has, and %n could be read</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The photo library is damaged: it does not say how many photos it has, and %n could be read</numerusform>
+            <numerusform>The photo library is damaged: it does not say how many photos it has, and %n could be read</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The photo library is damaged: it does not say how many albums it has, and %n could be read</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The photo library is damaged: it does not say how many albums it has, and %n could be read</numerusform>
+            <numerusform>The photo library is damaged: it does not say how many albums it has, and %n could be read</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The music library is damaged: %n tracks stand behind the last one by its own count and were not read</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The music library is damaged: %n track stands behind the last one by its own count and was not read</numerusform>
+            <numerusform>The music library is damaged: %n tracks stand behind the last one by its own count and were not read</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The music library is damaged: %n playlists stand behind the last one by its own count and were not read</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The music library is damaged: %n playlist stands behind the last one by its own count and was not read</numerusform>
+            <numerusform>The music library is damaged: %n playlists stand behind the last one by its own count and were not read</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The photo library is damaged: %n photos stand behind the last one by its own count and were not read</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The photo library is damaged: %n photo stands behind the last one by its own count and was not read</numerusform>
+            <numerusform>The photo library is damaged: %n photos stand behind the last one by its own count and were not read</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The photo library is damaged: %n albums stand behind the last one by its own count and were not read</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The photo library is damaged: %n album stands behind the last one by its own count and was not read</numerusform>
+            <numerusform>The photo library is damaged: %n albums stand behind the last one by its own count and were not read</numerusform>
         </translation>
     </message>
     <message>
@@ -454,16 +364,16 @@
     </message>
     <message numerus="yes">
         <source>The music library is damaged: %n of its entries contradict themselves and may be incomplete</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The music library is damaged: %n of its entries contradicts itself and may be incomplete</numerusform>
+            <numerusform>The music library is damaged: %n of its entries contradict themselves and may be incomplete</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The photo library is damaged: %n of its entries contradict themselves and may be incomplete</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>The photo library is damaged: %n of its entries contradicts itself and may be incomplete</numerusform>
+            <numerusform>The photo library is damaged: %n of its entries contradict themselves and may be incomplete</numerusform>
         </translation>
     </message>
 </context>
@@ -482,23 +392,12 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>The device was disconnected</source>
+        <source>The device was disconnected: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>“%1” cannot be played: %2</source>
+        <source>%1 times the music application did not take a file</source>
         <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1: %2</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message numerus="yes">
-        <source>%n time(s) the music application did not take a file</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-        </translation>
     </message>
 </context>
 <context>
@@ -731,10 +630,6 @@
         <source>Stop Export</source>
         <translation type="unfinished"></translation>
     </message>
-    <message>
-        <source>Export Everything</source>
-        <translation type="unfinished"></translation>
-    </message>
 </context>
 <context>
     <name>MainWindow</name>
@@ -754,22 +649,11 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>&amp;Stop and Quit</source>
+        <source>Stop and Quit</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>&amp;Go On</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>MediaPlayer</name>
-    <message>
-        <source>It is neither sound nor film</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The desktop could not be asked to open it</source>
+        <source>Go On</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -807,33 +691,6 @@
     <name>PhotoGrid</name>
     <message>
         <source>Photos</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>PhotoGridModel</name>
-    <message>
-        <source>%1 x %2</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 (%2)</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1
-The device holds only a copy for its screen, %2 pixels.</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>PlayJob</name>
-    <message>
-        <source>The device has a folder in its place</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>There is no place for a private copy</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -901,38 +758,6 @@ The device holds only a copy for its screen, %2 pixels.</source>
     </message>
 </context>
 <context>
-    <name>ProblemAlert</name>
-    <message numerus="yes">
-        <source>and %n more</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>Not everything could be read</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>What is shown is what could be read of the device. It may hold more.</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>ProblemLine</name>
-    <message>
-        <source>De&amp;tails…</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message numerus="yes">
-        <source>%1 (and %n more problem(s))</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-        </translation>
-    </message>
-</context>
-<context>
     <name>ReportModel</name>
     <message>
         <source>Copied</source>
@@ -948,6 +773,10 @@ The device holds only a copy for its screen, %2 pixels.</source>
     </message>
     <message>
         <source>Not copied whole</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not be written</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -972,10 +801,6 @@ The device holds only a copy for its screen, %2 pixels.</source>
     </message>
     <message>
         <source>On the computer</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Could not be copied</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -1064,17 +889,6 @@ The device holds only a copy for its screen, %2 pixels.</source>
     </message>
     <message>
         <source>Copy the checked tracks or the selected photos</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message numerus="yes">
-        <source>%n more are checked elsewhere</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>Export %L1</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

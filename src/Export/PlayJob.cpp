@@ -55,6 +55,7 @@ Status PlayJob::copy(const Track& track, const QString& to)
     case CopyResult::End::Incomplete:
         return Failure{Failure::Kind::Unreadable, copied.why, {}};
     case CopyResult::End::Failed:
+    case CopyResult::End::Taken:
         return Failure{Failure::Kind::Unwritable, copied.why, {}};
     }
     return {};

@@ -202,7 +202,17 @@ void MainWindowController::deviceDisconnected(const std::shared_ptr<Device>& dev
 
 void MainWindowController::deviceFailed(const QString& words, const QString& exactText)
 {
-    _window->status().setInfo(QStringLiteral("%1 (%2)").arg(words, exactText));
+    _failure = QStringLiteral("%1 (%2)").arg(words, exactText);
+    _window->status().setInfo(_failure);
+}
+
+void MainWindowController::unusableDeviceLeft()
+{
+    StatusBar& status = _window->status();
+    if (_failure.isEmpty() || status.info() != _failure)
+        return;
+    const std::shared_ptr<Device>& device = currentDevice();
+    status.setInfo(device ? connectedText(_window->devices().nameOf(*device)) : QString());
 }
 
 bool MainWindowController::exported(double progress)

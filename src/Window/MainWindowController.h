@@ -40,6 +40,7 @@ public:
     void deviceConnected(const std::shared_ptr<Device>& device) override;
     void deviceDisconnected(const std::shared_ptr<Device>& device) override;
     void deviceFailed(const QString& words, const QString& exactText) override;
+    void unusableDeviceLeft() override;
     bool exported(double progress) override;
 
     [[nodiscard]] MainWindow& window() { return *_window; }
@@ -91,5 +92,6 @@ private:
     std::unique_ptr<ExportCommands> _exports;
     UpdateAddresses _updateAddresses;
     std::unique_ptr<VersionCheck> _versionCheck;
+    QString _failure;        ///< the status line about a device that cannot be used
     bool _chosenDue = false; ///< `showChosen` is on its way
 };

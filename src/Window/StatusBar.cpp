@@ -94,6 +94,11 @@ void StatusBar::setInfo(const QString& text)
     _tfInfo->setToolTip(text.toHtmlEscaped());
 }
 
+QString StatusBar::info() const
+{
+    return _tfInfo->text();
+}
+
 void StatusBar::setFailureLine(const QString& text)
 {
     _failureLine->setText(text);

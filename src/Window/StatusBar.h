@@ -17,6 +17,7 @@ public:
     explicit StatusBar(QWidget* parent = nullptr);
 
     void setInfo(const QString& text);
+    [[nodiscard]] QString info() const;
     /// The line about items that were not copied; an empty text hides it.
     void setFailureLine(const QString& text);
     [[nodiscard]] QString failureLine() const;

@@ -223,8 +223,8 @@ TEST_F(ExportEndTest, ADamagedLibraryIsSaidAboveItsContentOnItsRowsAndInTheRepor
     for (int i = 0; i < 20; ++i)
         add(QString("Track %1").arg(i), "x");
     writePlayer("Mira");
-    const QString library = path("Mira/iPod_Control/iTunes/iTunesDB");
-    ASSERT_TRUE(QFile::resize(library, QFileInfo(library).size() / 2));
+    const QString database = path("Mira/iPod_Control/iTunes/iTunesDB");
+    ASSERT_TRUE(QFile::resize(database, QFileInfo(database).size() / 2));
     const auto mount = plugIn("Mira");
     open();
     ASSERT_TRUE(waitFor<QWidget>("_vProblems"));
@@ -254,5 +254,5 @@ TEST_F(ExportEndTest, ADamagedLibraryIsSaidAboveItsContentOnItsRowsAndInTheRepor
     Hands::click(part<QAbstractButton>("_btnShowReport"));
     auto* report = waitFor<QDialog>("_winReport");
     ASSERT_TRUE(report);
-    EXPECT_TRUE(report->findChild<QWidget>("_vProblems")->isVisible());
+    EXPECT_TRUE(report->findChild<QWidget*>("_vProblems")->isVisible());
 }

@@ -1,7 +1,7 @@
 // The window with phones on the USB: the libraries that speak to phones are real, the phones
 // behind them simulated.
 
-#include "Platform/AFCConnection.h"
+#include "Platform/PhoneFileService.h"
 #include "support/WindowFixture.h"
 #include "support/phone/SimulatedUsb.h"
 
@@ -16,7 +16,7 @@ using std::chrono::milliseconds;
 
 constexpr qint64 MiB = 1024 * 1024;
 /// A phone that hangs is given up by then, on a busy computer as well.
-constexpr milliseconds GivenUp = 2 * AFCConnection::Patience + std::chrono::seconds(10);
+constexpr milliseconds GivenUp = 2 * PhoneFileService::Patience + std::chrono::seconds(10);
 
 class PhoneWindowTest : public WindowFixture
 {
@@ -79,7 +79,8 @@ protected:
         window().tracks().setFocus();
         Hands::key("ctrl+f");
         const bool found = waitUntil([this] { return window().searchField().hasFocus(); });
-        return typed && deleted && found && timer.elapsed() < AFCConnection::Patience.count() / 2;
+        return typed && deleted && found &&
+               timer.elapsed() < PhoneFileService::Patience.count() / 2;
     }
 
     SimulatedUsb usb;
@@ -192,6 +193,7 @@ TEST_F(PhoneWindowTest, SaysThatAPhoneIsLockedAndShowsItOnceItIsConnectedUnlocke
     EXPECT_TRUE(part<QWidget>("_vEmpty")->isVisible());
 
     usb.detach(phone);
+    EXPECT_TRUE(waitUntil([this] { return info().isEmpty(); })) << "it is not there any more";
     phone->setFaults({});
     usb.attach(phone);
     ASSERT_TRUE(lists({"Mira"}));
@@ -286,7 +288,7 @@ TEST_F(PhoneWindowTest, QuitsWhileAPhoneHangsInAnExport)
     QElapsedTimer timer;
     timer.start();
     controller.reset();
-    EXPECT_LT(timer.elapsed(), AFCConnection::Patience.count());
+    EXPECT_LT(timer.elapsed(), PhoneFileService::Patience.count());
 }
 
 TEST_F(PhoneWindowTest, AnswersAgainAfterAPhoneThatHungWhenItWasChosen)

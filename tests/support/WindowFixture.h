@@ -60,6 +60,7 @@ public:
     {
         _listener.deviceFailed(words, exactText);
     }
+    void unusableDeviceLeft() override { _listener.unusableDeviceLeft(); }
     bool exported(double progress) override
     {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
