@@ -191,7 +191,7 @@ void MainMenu::validate()
 {
     const MenuState state = _state();
     for (auto item = _actions.cbegin(); item != _actions.cend(); ++item)
-        item.value()->setEnabled(MenuValidation::validateMenuItem(item.key(), state));
+        item.value()->setEnabled(MenuValidation::isEnabled(item.key(), state));
     action(Command::switchBrowser)->setText(MenuValidation::browserTitle(state));
     action(Command::exportOrStop)->setText(state.exporting ? tr("Stop Export") : tr("Export"));
 }

@@ -400,7 +400,7 @@ MenuState MainWindowController::menuState()
 
 void MainWindowController::perform(Command command)
 {
-    if (!MenuValidation::validateMenuItem(command, menuState()) || _exports->perform(command))
+    if (!MenuValidation::isEnabled(command, menuState()) || _exports->perform(command))
         return;
     switch (command) {
     case Command::exportOrStop:

@@ -2,7 +2,7 @@
 
 #include <QCoreApplication>
 
-bool MenuValidation::validateMenuItem(Command command, const MenuState& state)
+bool MenuValidation::isEnabled(Command command, const MenuState& state)
 {
     switch (command) {
     case Command::exportSelectedPlaylist:

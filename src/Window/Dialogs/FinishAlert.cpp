@@ -12,14 +12,14 @@
 namespace
 {
 constexpr std::size_t MostProblems = 3;
+} // namespace
 
-void openFolder(QWidget& window, const QString& folder)
+void FinishAlert::openFolder(QWidget& window, const QString& folder)
 {
     if (!Workspace::revealInFileManager(folder))
-        Alert::show(window, QStringLiteral("_alertFolder"),
-                    FinishAlert::tr("The folder could not be opened"), folder);
+        Alert::show(window, QStringLiteral("_alertFolder"), tr("The folder could not be opened"),
+                    folder);
 }
-} // namespace
 
 QString FinishAlert::firstLine(const FinishedExport& ended)
 {

@@ -26,4 +26,7 @@ public:
     /// Shows the alert, modally; nothing waits for its end. `showReport` opens the report.
     static void show(QWidget& window, const FinishedExport& ended,
                      const std::function<void()>& showReport);
+
+private:
+    static void openFolder(QWidget& window, const QString& folder);
 };
