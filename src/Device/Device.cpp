@@ -48,6 +48,11 @@ bool DeviceDelegate::exported(double /*progress*/)
     return true;
 }
 
+bool DeviceDelegate::waited(double progress)
+{
+    return exported(progress);
+}
+
 void Device::setDelegate(DeviceDelegate* delegate)
 {
     theDelegate = delegate;

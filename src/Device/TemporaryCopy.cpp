@@ -100,6 +100,7 @@ Failure failureOf(const Device& device, const CopyResult& result)
         return {Kind::Missing, TemporaryCopy::tr("There is no such file on the device"),
                 result.why};
     case End::Failed:
+    case End::Taken:
         return {Kind::Unwritable, TemporaryCopy::tr("No private copy of the file could be made"),
                 result.why};
     case End::Stopped:

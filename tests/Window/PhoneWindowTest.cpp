@@ -209,7 +209,7 @@ TEST_F(PhoneWindowTest, KeepsTheLevelInBoundsWhateverSizeAPhoneClaims)
     const auto phone = newPhone("Mira");
     phone->changeFaults([](PhoneFaults& faults) {
         faults.sizes["/iTunes_Control/Music/F00/1.mp3"] = "0";
-        faults.sizes["/iTunes_Control/Music/F00/2.mp3"] = "-1";
+        faults.sizes["/iTunes_Control/Music/F00/2.mp3"] = "1";
     });
     usb.attach(phone);
     open();
@@ -220,8 +220,8 @@ TEST_F(PhoneWindowTest, KeepsTheLevelInBoundsWhateverSizeAPhoneClaims)
                      [&](int value) { levels.push_back(value); });
     startExport();
     EXPECT_EQ(closeAlert(), "Export finished!");
-    EXPECT_EQ(Files::read(copyOf("One")), content);
-    EXPECT_EQ(Files::read(copyOf("Two")), content);
+    EXPECT_FALSE(QFile::exists(copyOf("One"))) << "nobody knows what it would hold";
+    EXPECT_EQ(Files::read(copyOf("Two")), content.first(1));
     EXPECT_NE(std::find(levels.begin(), levels.end(), bar->maximum()), levels.end());
     for (const int level : levels)
         EXPECT_TRUE(level >= 0 && level <= bar->maximum()) << level;
