@@ -41,6 +41,7 @@ void DeviceDelegate::deviceConnected(const std::shared_ptr<Device>& /*device*/) 
 void DeviceDelegate::deviceDisconnected(const std::shared_ptr<Device>& /*device*/) {}
 
 void DeviceDelegate::deviceFailed(const QString& /*words*/, const QString& /*exactText*/) {}
+void DeviceDelegate::unusableDeviceLeft() {}
 
 bool DeviceDelegate::exported(double /*progress*/)
 {

@@ -35,10 +35,8 @@ Destination ClashRule::checkPath(const Folder& folder, const QString& path)
         if (!answer)
             return {Kind::Cancel, path};
         rule = answer->rule;
-        if (answer->remember) {
+        if (answer->remember) // for the rest of this job; whoever asked the person saves it
             _config.setCopyRule(rule);
-            _config.save();
-        }
     }
     switch (rule) {
     case KeepBothRule:

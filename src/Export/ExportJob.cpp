@@ -163,9 +163,12 @@ void ExportJob::write(ExportItem& item, const ExportPath& to, const Writer& writ
 
 ExportJob::Next ExportJob::after(ExportItem& item)
 {
-    if (item.isFailure())
+    // Whoever watches the device ends the copy of one that has gone; that is nobody's stop.
+    if (item.isNotCopied())
         _gone = _device->whyGone();
-    if (_gone && item.result != Result::Incomplete)
+    if (_gone && item.result == Result::Stopped && item.bytes > 0)
+        settle(item, Result::Incomplete, _gone->words);
+    else if (_gone && item.result != Result::Incomplete)
         settle(item, Result::Failed, _gone->words);
     return item.result == Result::Stopped ? Next::Cancel : Next::GoOn;
 }

@@ -78,13 +78,14 @@ TEST_F(ClashRuleTest, AsksEachTimeAndAppliesTheAnswerOnce)
     EXPECT_EQ(Config().copyRule(), AskRule);
 }
 
-TEST_F(ClashRuleTest, StoresAnAnswerThatIsToBeRemembered)
+TEST_F(ClashRuleTest, RemembersAnAnswerForTheRestOfTheJobAndSavesNothing)
 {
     host.clashAnswer = ClashAnswer{OverwriteRule, true};
     EXPECT_EQ(check("a.mp3"), "replace " + path("a.mp3"));
     EXPECT_EQ(check("a.mp3"), "replace " + path("a.mp3"));
     EXPECT_EQ(host.asked.size(), 1);
-    EXPECT_EQ(Config().copyRule(), OverwriteRule);
+    EXPECT_EQ(config.copyRule(), OverwriteRule);
+    EXPECT_EQ(Config().copyRule(), AskRule) << "whoever put the question owns the settings";
 }
 
 TEST_F(ClashRuleTest, EndsTheExportWithoutAnAnswer)

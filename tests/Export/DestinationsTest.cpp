@@ -15,7 +15,7 @@ protected:
     DestinationsTest()
     {
         QDir().mkpath(path("player/iPod_Control/Music"));
-        config.setMusicDir(path("out/Music"));
+        config.setFolderPath(Section::Music, path("out/Music"));
     }
 
     QString path(const QString& name) const { return _folder.filePath(name); }
@@ -27,7 +27,7 @@ protected:
     }
     bool opensWithMusicAt(const QString& name)
     {
-        config.setMusicDir(path(name));
+        config.setFolderPath(Section::Music, path(name));
         return opens("Artist");
     }
 
@@ -61,7 +61,7 @@ TEST_F(DestinationsTest, StayWhereTheirLinkLedAtTheStart)
     QDir().mkpath(path("disk"));
     QDir().mkpath(path("other"));
     ASSERT_TRUE(QFile::link(path("disk"), path("music")));
-    config.setMusicDir(path("music"));
+    config.setFolderPath(Section::Music, path("music"));
     Destinations destinations(config, path("player"));
     ASSERT_TRUE(destinations.folder(Section::Music, "One"));
     ASSERT_TRUE(QFile::remove(path("music")));
@@ -120,7 +120,7 @@ TEST_F(DestinationsTest, AreNotOnTheDeviceThroughASecondMount)
     EXPECT_FALSE(opensWithMusicAt("second/iPod_Control/Music/new"));
     // Below a folder of the person's own, too.
     const auto inside = Mount::bind(path("player"), path("out/Music/Artist"));
-    config.setMusicDir(path("out/Music"));
+    config.setFolderPath(Section::Music, path("out/Music"));
     EXPECT_FALSE(opens("Artist"));
     EXPECT_FALSE(opens("Artist/Album"));
     EXPECT_TRUE(opens("Other"));
@@ -135,11 +135,11 @@ TEST_F(DestinationsTest, AreNotOnTheDevicesFileSystemWhereThatIsItsOwn)
     QDir().mkpath(path("volume/iPod_Control/Music"));
     // A part of the volume, mounted where no folder above it is the volume's own.
     const auto part = Mount::bind(path("volume/iPod_Control/Music"), path("part"));
-    config.setMusicDir(path("part/new"));
+    config.setFolderPath(Section::Music, path("part/new"));
     EXPECT_FALSE(opens("Artist", "volume"));
     EXPECT_TRUE(QDir(path("part")).isEmpty());
     const auto inside = Mount::bind(path("volume/iPod_Control/Music"), path("out/Music/Artist"));
-    config.setMusicDir(path("out/Music"));
+    config.setFolderPath(Section::Music, path("out/Music"));
     EXPECT_FALSE(opens("Artist/Album", "volume"));
     EXPECT_TRUE(QDir(path("part")).isEmpty());
     EXPECT_TRUE(opens("Other", "volume"));
@@ -155,8 +155,8 @@ TEST_F(DestinationsTest, SayWhyTheyCannotBeMade)
     Files::write(path("out/Music/file"), "x");
     EXPECT_EQ(why("file/Album"), "Not a directory");
     EXPECT_EQ(why(QString(300, u'n')), "File name too long");
-    config.setMusicDir("");
+    config.setFolderPath(Section::Music, "");
     EXPECT_FALSE(opens("Artist"));
-    config.setMusicDir(path("out/Music/file/deeper"));
+    config.setFolderPath(Section::Music, path("out/Music/file/deeper"));
     EXPECT_FALSE(opens("Artist"));
 }

@@ -168,13 +168,13 @@ TEST_F(TrackPath, ResolvesParentComponentsThatStayInside)
 
 TEST_F(TrackPath, NeedsAFolder)
 {
-    config.setMusicDir("");
+    config.setFolderPath(Section::Music, "");
     EXPECT_NE(ExportPath::trackPath(track, nullptr, config).refusal, "");
 }
 
 TEST_F(TrackPath, StartsAtTheRootToo)
 {
-    config.setMusicDir("/");
+    config.setFolderPath(Section::Music, "/");
     const ExportPath result = ExportPath::trackPath(track, nullptr, config);
     EXPECT_EQ(result.path, "/Artist/Album/Title.mp3");
     EXPECT_EQ(QDir::cleanPath("/" + result.folder), "/Artist/Album");

@@ -156,6 +156,8 @@ void PhoneFamily::departed(quint32 deviceID)
     const auto device = _devices.find(phone->identifier());
     if (device != _devices.end() && &device->second->session().phone() == phone.get())
         remove(phone->identifier());
+    else if (DeviceDelegate* listener = Device::delegate())
+        listener->unusableDeviceLeft();
 }
 
 void PhoneFamily::paired(quint32 deviceID)

@@ -1,4 +1,4 @@
-#include "Window/Crash/FaultExceptionPanelController.h"
+#include "Window/Crash/FaultReport.h"
 
 #include "Base/Program.h"
 #include "Window/Crash/RaisedException.h"
@@ -21,15 +21,14 @@ std::vector<void*> addressesOfThisThread()
 }
 } // namespace
 
-FaultExceptionPanelController::FaultExceptionPanelController(const RaisedException& exception,
-                                                             QString emailAddress, Alert alert)
+FaultReport::FaultReport(const RaisedException& exception, QString emailAddress, Alert alert)
     : _emailAddress(std::move(emailAddress))
     , _alert(std::move(alert))
 {
     displayCrashReport(exception);
 }
 
-QString FaultExceptionPanelController::stackTrace(const RaisedException& exception)
+QString FaultReport::stackTrace(const RaisedException& exception)
 {
     const std::vector<void*> addresses = exception.callStackReturnAddresses.empty()
                                              ? addressesOfThisThread()
@@ -40,10 +39,10 @@ QString FaultExceptionPanelController::stackTrace(const RaisedException& excepti
     return trace;
 }
 
-void FaultExceptionPanelController::displayCrashReport(const RaisedException& exception) const
+void FaultReport::displayCrashReport(const RaisedException& exception) const
 {
     const QString sentence = QCoreApplication::translate(
-        "FaultExceptionPanelController",
+        "FaultReport",
         " has encountered an unexpected error. Please email this report to %1 so it can be fixed "
         "in the next release.");
     QString text = Program::briefName() + sentence.arg(_emailAddress);

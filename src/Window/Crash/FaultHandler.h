@@ -9,14 +9,14 @@ struct RaisedException;
 /// Turns every exception that leaves a slot, a job or another thread's work into a report for the
 /// person. Made once, on the window's thread, after the application object; until it is destroyed
 /// it is the program's handler of such faults, on whatever thread they are raised.
-class FaultExceptionHandlerDelegate
+class FaultHandler
 {
 public:
     /// Reports are to be sent to this address.
-    explicit FaultExceptionHandlerDelegate(QString emailAddress);
-    ~FaultExceptionHandlerDelegate();
-    FaultExceptionHandlerDelegate(const FaultExceptionHandlerDelegate&) = delete;
-    FaultExceptionHandlerDelegate& operator=(const FaultExceptionHandlerDelegate&) = delete;
+    explicit FaultHandler(QString emailAddress);
+    ~FaultHandler();
+    FaultHandler(const FaultHandler&) = delete;
+    FaultHandler& operator=(const FaultHandler&) = delete;
 
     /// Shows a report when the exception deserves one. Always true: it is dealt with.
     bool shouldHandleException(const RaisedException& exception);

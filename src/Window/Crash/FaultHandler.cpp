@@ -1,43 +1,43 @@
-#include "Window/Crash/FaultExceptionHandlerDelegate.h"
+#include "Window/Crash/FaultHandler.h"
 
 #include "Base/Fault.h"
 #include "Window/Crash/CrashFile.h"
 #include "Window/Crash/CrashWindow.h"
-#include "Window/Crash/FaultExceptionPanelController.h"
+#include "Window/Crash/FaultReport.h"
 #include "Window/Crash/RaisedException.h"
 
 #include <QStringList>
 #include <QtDebug>
 
-FaultExceptionHandlerDelegate::FaultExceptionHandlerDelegate(QString emailAddress)
+FaultHandler::FaultHandler(QString emailAddress)
     : _emailAddress(std::move(emailAddress))
 {
     Fault::setHandler([this] { handleCurrentException(); });
 }
 
-FaultExceptionHandlerDelegate::~FaultExceptionHandlerDelegate()
+FaultHandler::~FaultHandler()
 {
     Fault::setHandler({});
 }
 
-bool FaultExceptionHandlerDelegate::shouldHandleException(const RaisedException& exception)
+bool FaultHandler::shouldHandleException(const RaisedException& exception)
 {
     if (shouldDisplayException(exception)) {
         // The names are looked up here, where the stack may have to be this thread's; the window
         // is another thread's, and in no state to be asked anything right now.
-        FaultExceptionPanelController(exception, _emailAddress, [this](const QString& text) {
+        FaultReport(exception, _emailAddress, [this](const QString& text) {
             _mailbox.post([text] { CrashWindow::show(text); });
         });
     }
     return true;
 }
 
-bool FaultExceptionHandlerDelegate::shouldLogException(const RaisedException& /*exception*/)
+bool FaultHandler::shouldLogException(const RaisedException& /*exception*/)
 {
     return true;
 }
 
-bool FaultExceptionHandlerDelegate::shouldDisplayException(const RaisedException& exception)
+bool FaultHandler::shouldDisplayException(const RaisedException& exception)
 {
     static const QStringList silent = {QStringLiteral("NSImageCacheException"),
                                        QStringLiteral("GIFReadingException"),
@@ -48,13 +48,13 @@ bool FaultExceptionHandlerDelegate::shouldDisplayException(const RaisedException
            !exception.reason.startsWith(QLatin1String("lockFocus"));
 }
 
-void FaultExceptionHandlerDelegate::showReportsLeftIn(const QString& folder)
+void FaultHandler::showReportsLeftIn(const QString& folder)
 {
     for (const RaisedException& exception : CrashFile::takeAll(folder))
         shouldHandleException(exception);
 }
 
-void FaultExceptionHandlerDelegate::handleCurrentException() noexcept
+void FaultHandler::handleCurrentException() noexcept
 {
     try {
         const RaisedException exception = RaisedException::current();
