@@ -15,10 +15,9 @@ constexpr int BarWidth = 24;
 constexpr int TextWidth = 46;
 constexpr qint64 MillisecondsBetweenDrawings = 50;
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("ConsoleExportHost", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(ConsoleExportHost)
+};
 
 QString itemName(const ExportItem& item)
 {
@@ -103,11 +102,13 @@ std::optional<ClashAnswer> ConsoleExportHost::askClash(const QString& path)
     clearBar();
     Terminal::say(ClashRule::question(path));
     for (;;) {
-        const QString typed = Terminal::ask(tr("(n)umber, (o)verwrite, (s)kip, (a)bort; a "
-                                               "capital letter answers for all:"))
+        const QString typed = Terminal::ask(Words::tr("(n)umber, (o)verwrite, (s)kip, (a)bort; a "
+                                                      "capital letter answers for all:"))
                                   .trimmed();
-        if (typed.isEmpty() || typed == u"a" || Interrupt::requested())
+        if (typed.isEmpty() || typed.toLower() == u"a" || Interrupt::requested()) {
+            Interrupt::request(); // of the whole command, not of this part alone
             return std::nullopt;
+        }
         if (const std::optional<int> rule = ruleOf(typed.toLower())) {
             const ClashAnswer answer = {*rule, false};
             if (typed != typed.toLower())

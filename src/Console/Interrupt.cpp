@@ -1,6 +1,7 @@
 #include "Console/Interrupt.h"
 
 #include <csignal>
+#include <initializer_list>
 
 namespace
 {
@@ -23,6 +24,11 @@ void Interrupt::watch()
         action.sa_flags = int(SA_RESETHAND);
         sigaction(signal, &action, nullptr);
     }
+}
+
+void Interrupt::request()
+{
+    stopRequested = true;
 }
 
 const std::atomic<bool>& Interrupt::requested()
