@@ -12,7 +12,7 @@ QString Program::fullName()
 
 QString Program::version()
 {
-    return QStringLiteral("2.5.1");
+    return QStringLiteral(ZELL_VERSION);
 }
 
 QString Program::notice()

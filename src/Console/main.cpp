@@ -1,4 +1,5 @@
 #include "Base/Fault.h"
+#include "Base/Translations.h"
 #include "Console/CommandLine.h"
 #include "Console/Commands.h"
 #include "Console/Interrupt.h"
@@ -8,6 +9,7 @@
 #include "Platform/PatientThread.h"
 
 #include <QCoreApplication>
+#include <QLocale>
 
 #include <langinfo.h>
 
@@ -68,6 +70,7 @@ int perform(const CommandLine& line)
 int run(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
+    Translations::install(QLocale());
     int exitCode = ExitCode::Done;
     const std::optional<CommandLine> line = CommandLine::parse(argc, argv, exitCode);
     if (!line)

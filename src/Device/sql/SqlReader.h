@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Device/IdMap.h"
 #include "Device/TrackDb.h"
 #include "Device/sql/Database.h"
-#include "Device/sql/IdMap.h"
 #include "Device/sql/TextPool.h"
 
 #include <QHash>

@@ -4,6 +4,19 @@
 
 #include <cstdlib>
 
+namespace
+{
+/// Newer versions of the library take a fourth argument, which may be null.
+template <typename Answer, typename... More>
+plist_t parsed(Answer (*fromMemory)(const char*, std::uint32_t, plist_t*, More...),
+               const QByteArray& bytes)
+{
+    plist_t root = nullptr;
+    fromMemory(bytes.constData(), std::uint32_t(bytes.size()), &root, More{}...);
+    return root;
+}
+} // namespace
+
 PhonePlist::PhonePlist()
     : _root(plist_new_dict(), plist_free)
 {
@@ -11,8 +24,7 @@ PhonePlist::PhonePlist()
 
 PhonePlist::PhonePlist(const QByteArray& bytes)
 {
-    plist_t root = nullptr;
-    plist_from_memory(bytes.constData(), std::uint32_t(bytes.size()), &root);
+    plist_t root = parsed(plist_from_memory, bytes);
     if (!root || plist_get_node_type(root) != PLIST_DICT) {
         plist_free(root);
         root = plist_new_dict();

@@ -1,4 +1,4 @@
-#include "Device/itdb/itdbPhotoDb.h"
+#include "Device/itdb/PhotoDatabaseReader.h"
 
 #include "Device/iPod/iPodDevice.h"
 #include "support/Files.h"
@@ -9,6 +9,8 @@
 #include "support/SamplePicture.h"
 
 #include <gtest/gtest.h>
+
+#include <ctime>
 
 namespace
 {
@@ -21,7 +23,7 @@ protected:
     PhotoDb& read(const QByteArray& database)
     {
         device.put(DatabasePath, database);
-        reader = itdbPhotoDb::initWithDevice(device);
+        reader = PhotoDatabaseReader::initWithDevice(device);
         (void)reader->photos();
         return *reader;
     }
@@ -58,7 +60,7 @@ ByteView viewOf(const QByteArray& bytes)
 
 TEST_F(PhotoDatabase, IsReadOnlyWhereThereIsOne)
 {
-    EXPECT_EQ(itdbPhotoDb::initWithDevice(device), nullptr);
+    EXPECT_EQ(PhotoDatabaseReader::initWithDevice(device), nullptr);
 }
 
 TEST_F(PhotoDatabase, HasEachPhotoWithItsRenditions)
@@ -217,17 +219,73 @@ TEST_F(PhotoDatabase, TakesTheLastOfSeveralKinds)
     EXPECT_EQ(db.smallCorrelationId(), 1024);
 }
 
+TEST_F(PhotoDatabase, TakesTheLaterOfTwoFullSizeFiles)
+{
+    using namespace PhotoDatabaseWriter;
+    TestThumbnail first;
+    first.fileName = ":Full:A.jpg";
+    TestThumbnail second;
+    second.fileName = ":Full:B.jpg";
+    const QByteArray record = image(
+        1, {locationObject(5, first, Encoding::Utf16), locationObject(5, second, Encoding::Utf8)});
+    PhotoDb& db = read(database({dataSet(1, list("mhli", {record}))}));
+    EXPECT_EQ(db.photos().at(0)->fullSizeFile, "/Volumes/P/Photos/Full/B.jpg");
+}
+
+TEST_F(PhotoDatabase, FindsPhotosWhoseIdsHaveTheHighestBit)
+{
+    add(0x80000001);
+    add(1);
+    add(0xffffffff);
+    library.albums = {{"Trip", {1, 0xffffffff, 0x80000001}}};
+    PhotoDb& db = read();
+    EXPECT_EQ(ids(db.albums()[0]->photos), (std::vector<int>{1, -1, -0x7fffffff}));
+}
+
+TEST_F(PhotoDatabase, FindsPhotosWhoseIdsWereChosenToMeet)
+{
+    // Multiples of a size that a table of remainders grows to.
+    constexpr quint32 Buckets = 42043;
+    constexpr quint32 Count = 39000;
+    std::vector<quint32> all;
+    for (quint32 i = 0; i < Count; ++i) {
+        add(i * Buckets);
+        all.push_back(i * Buckets);
+    }
+    library.albums = {{"Trip", all}};
+    const QByteArray bytes = PhotoDatabaseWriter::write(library);
+    const std::clock_t start = std::clock();
+    EXPECT_EQ(read(bytes).albums().at(0)->photos.size(), Count);
+    EXPECT_LT(double(std::clock() - start) / CLOCKS_PER_SEC,
+              1.5); // in one chain: many times as long
+}
+
+TEST_F(PhotoDatabase, EndsATextAtANulAndKeepsALeadingByteOrderMark)
+{
+    add(1).fullSizeFile = QString(":Full:A.jpg") + QChar::Null + "rubbish";
+    library.albums = {{QString(QChar(0xfeff)) + "Trip", {1}}, {QString(QChar::Null) + "x", {}}};
+    for (const Encoding encoding : {Encoding::Utf8, Encoding::Utf16}) {
+        PhotoDatabaseWriter::Options options;
+        options.encoding = encoding;
+        PhotoDb& db = read(PhotoDatabaseWriter::write(library, options));
+        EXPECT_EQ(db.photos()[0]->fullSizeFile, "/Volumes/P/Photos/Full/A.jpg");
+        EXPECT_EQ(db.albums()[0]->name, QString(QChar(0xfeff)) + "Trip");
+        EXPECT_EQ(db.albums()[1]->name, "");
+        EXPECT_TRUE(db.problems().empty());
+    }
+}
+
 TEST(PhotoDatabaseText, IsUtf16ForEncoding2AndElseUtf8)
 {
     const QByteArray utf16("\x0a\0\0\0\2\0\0\0????H\0e\0l\0l\0o\0", 22);
-    EXPECT_EQ(itdbPhotoDb::getStringFromMhod(viewOf(utf16), 0), "Hello");
+    EXPECT_EQ(PhotoDatabaseReader::textOfBody(viewOf(utf16)), "Hello");
     for (const char encoding : {'\0', '\1', '\3'}) {
         QByteArray utf8("\4\0\0\0\1\0\0\0????h\xc3\xa9i", 16);
         utf8[4] = encoding;
-        EXPECT_EQ(itdbPhotoDb::getStringFromMhod(viewOf(utf8), 0), QString::fromUtf8("héi"));
+        EXPECT_EQ(PhotoDatabaseReader::textOfBody(viewOf(utf8)), QString::fromUtf8("héi"));
     }
-    const QByteArray invalid("??\2\0\0\0\1\0\0\0????\xc3(", 16);
-    EXPECT_TRUE(itdbPhotoDb::getStringFromMhod(viewOf(invalid), 2).isNull());
+    const QByteArray invalid("\2\0\0\0\1\0\0\0????\xc3(", 14);
+    EXPECT_TRUE(PhotoDatabaseReader::textOfBody(viewOf(invalid)).isNull());
 }
 
 TEST(PhotoDatabasePreviews, ComeFromTheSmallKind)

@@ -1,23 +1,28 @@
-#include "Device/itdb/itdbTrackDb.h"
+#include "Device/itdb/ITunesDbReader.h"
 
 #include "support/Files.h"
 #include "support/ITunesDbWriter.h"
 #include "support/MemoryDevice.h"
+#include "support/RecordWriter.h"
 #include "support/SamplePlayer.h"
 
 #include <gtest/gtest.h>
+
+#include <ctime>
 
 namespace
 {
 namespace Writer = ITunesDbWriter;
 
+const QString DatabasePath = "/Volumes/P/iPod_Control/iTunes/iTunesDB";
+
 /// The reader of bytes that a test made.
-class itdbTrackDbTest : public testing::Test
+class ITunesDbReaderTest : public testing::Test
 {
 protected:
     TrackDb& read(const QByteArray& database)
     {
-        device.put("/Volumes/P/iPod_Control/iTunes/iTunesDB", database);
+        device.put(DatabasePath, database);
         return *device.trackDb();
     }
 
@@ -54,7 +59,7 @@ protected:
 };
 } // namespace
 
-TEST_F(itdbTrackDbTest, ReadsEveryFieldOfATrack)
+TEST_F(ITunesDbReaderTest, ReadsEveryFieldOfATrack)
 {
     TestTrack written = track(7, QString::fromUtf8("Ёлка 🎄"));
     written.artist = QString::fromUtf8("夜の喫茶店");
@@ -80,7 +85,7 @@ TEST_F(itdbTrackDbTest, ReadsEveryFieldOfATrack)
     EXPECT_TRUE(db.podcasts().tracks("*|*|*").empty());
 }
 
-TEST_F(itdbTrackDbTest, TakesNoKindFromOldVersions)
+TEST_F(ITunesDbReaderTest, TakesNoKindFromOldVersions)
 {
     TestTrack written = track(1, "Old");
     written.mediaKind = 8;
@@ -93,7 +98,7 @@ TEST_F(itdbTrackDbTest, TakesNoKindFromOldVersions)
     EXPECT_FALSE(found.isPodcast);
 }
 
-TEST_F(itdbTrackDbTest, TakesTheKindFromVersion12On)
+TEST_F(ITunesDbReaderTest, TakesTheKindFromVersion12On)
 {
     TestTrack written = track(1, "New");
     written.mediaKind = 8;
@@ -106,7 +111,7 @@ TEST_F(itdbTrackDbTest, TakesTheKindFromVersion12On)
     EXPECT_TRUE(found.isPodcast);
 }
 
-TEST_F(itdbTrackDbTest, LeavesWhatIsNotThereNull)
+TEST_F(ITunesDbReaderTest, LeavesWhatIsNotThereNull)
 {
     TestTrack written;
     written.id = 1;
@@ -118,7 +123,7 @@ TEST_F(itdbTrackDbTest, LeavesWhatIsNotThereNull)
     EXPECT_TRUE(found.path.isNull());
 }
 
-TEST_F(itdbTrackDbTest, TellsAnEmptyTextFromNone)
+TEST_F(ITunesDbReaderTest, TellsAnEmptyTextFromNone)
 {
     TestTrack written;
     written.id = 1;
@@ -132,7 +137,7 @@ TEST_F(itdbTrackDbTest, TellsAnEmptyTextFromNone)
     EXPECT_EQ(found.path, "/Volumes/P");
 }
 
-TEST_F(itdbTrackDbTest, ReadsTracksWithoutAPlaylistList)
+TEST_F(ITunesDbReaderTest, ReadsTracksWithoutAPlaylistList)
 {
     TrackDb& db = read(Writer::database(0x19, {tracksSet({track(1, "One")})}));
     EXPECT_EQ(titles(db.tracks()), QStringList("One"));
@@ -140,7 +145,7 @@ TEST_F(itdbTrackDbTest, ReadsTracksWithoutAPlaylistList)
     EXPECT_TRUE(db.name().isNull());
 }
 
-TEST_F(itdbTrackDbTest, TakesTheFirstPlaylistForTheMasterList)
+TEST_F(ITunesDbReaderTest, TakesTheFirstPlaylistForTheMasterList)
 {
     const TestLibrary library = {
         "Library", {track(1, "One"), track(2, "Two")}, {{"Mix", {2, 1}}, {"Empty", {}}}};
@@ -154,7 +159,7 @@ TEST_F(itdbTrackDbTest, TakesTheFirstPlaylistForTheMasterList)
     EXPECT_EQ(db.tracks()[0]->playlists, std::vector<Playlist*>{db.playlists()[0]});
 }
 
-TEST_F(itdbTrackDbTest, SkipsUnknownTracksAndKeepsRepeatedOnes)
+TEST_F(ITunesDbReaderTest, SkipsUnknownTracksAndKeepsRepeatedOnes)
 {
     const TestLibrary library = {
         "Library", {track(1, "One"), track(2, "Two")}, {{"Mix", {1, 99, 2, 1}}}};
@@ -165,7 +170,7 @@ TEST_F(itdbTrackDbTest, SkipsUnknownTracksAndKeepsRepeatedOnes)
     EXPECT_EQ(db.tracks()[1]->playlists, (std::vector<Playlist*>{mix}));
 }
 
-TEST_F(itdbTrackDbTest, LinksToTheLaterOfTwoTracksWithOneId)
+TEST_F(ITunesDbReaderTest, LinksToTheLaterOfTwoTracksWithOneId)
 {
     const TestLibrary library = {"Library", {track(1, "One"), track(1, "Other")}, {{"Mix", {1}}}};
     TrackDb& db = read(Writer::write(library));
@@ -173,7 +178,7 @@ TEST_F(itdbTrackDbTest, LinksToTheLaterOfTwoTracksWithOneId)
     EXPECT_EQ(titles(db.playlists().at(0)->tracks), QStringList("Other"));
 }
 
-TEST_F(itdbTrackDbTest, FindsTracksWhoseIdsAreInNoOrder)
+TEST_F(ITunesDbReaderTest, FindsTracksWhoseIdsAreInNoOrder)
 {
     const TestLibrary library = {"Library",
                                  {track(9, "Nine"), track(1, "One"), track(5, "Five"),
@@ -184,7 +189,7 @@ TEST_F(itdbTrackDbTest, FindsTracksWhoseIdsAreInNoOrder)
               QStringList({"One", "Other Nine", "Five", "Last"}));
 }
 
-TEST_F(itdbTrackDbTest, IgnoresAnOddLastByteOfAText)
+TEST_F(ITunesDbReaderTest, IgnoresAnOddLastByteOfAText)
 {
     const QByteArray seven("A\0B\0C\0D", 7);
     const QByteArray record = Writer::track(track(1, QString()), {Writer::stringObject(1, seven)});
@@ -192,7 +197,7 @@ TEST_F(itdbTrackDbTest, IgnoresAnOddLastByteOfAText)
     EXPECT_EQ(titles(read(Writer::database(0x19, {set})).tracks()), QStringList("ABC"));
 }
 
-TEST_F(itdbTrackDbTest, LetsALaterObjectOfOneKindWin)
+TEST_F(ITunesDbReaderTest, LetsALaterObjectOfOneKindWin)
 {
     const QByteArray record =
         Writer::track(track(1, QString()),
@@ -202,7 +207,7 @@ TEST_F(itdbTrackDbTest, LetsALaterObjectOfOneKindWin)
     EXPECT_EQ(titles(read(Writer::database(0x19, {set})).tracks()), QStringList("Last"));
 }
 
-TEST_F(itdbTrackDbTest, StepsOverDataSetsOfOtherKinds)
+TEST_F(ITunesDbReaderTest, StepsOverDataSetsOfOtherKinds)
 {
     const TestLibrary library = {"Library", {track(1, "One")}, {{"Mix", {1}}}};
     Writer::Options options;
@@ -212,7 +217,7 @@ TEST_F(itdbTrackDbTest, StepsOverDataSetsOfOtherKinds)
     EXPECT_EQ(db.playlists().size(), 1U);
 }
 
-TEST_F(itdbTrackDbTest, LinksNothingToTracksThatComeLater)
+TEST_F(ITunesDbReaderTest, LinksNothingToTracksThatComeLater)
 {
     const TestLibrary library = {"Library", {track(1, "One")}, {{"Mix", {1}}}};
     Writer::Options options;
@@ -223,7 +228,7 @@ TEST_F(itdbTrackDbTest, LinksNothingToTracksThatComeLater)
     EXPECT_TRUE(db.playlists()[0]->tracks.empty());
 }
 
-TEST_F(itdbTrackDbTest, TakesTheFirstOfEveryPlaylistListForTheMaster)
+TEST_F(ITunesDbReaderTest, TakesTheFirstOfEveryPlaylistListForTheMaster)
 {
     const QByteArray first =
         Writer::dataSet(2, Writer::playlistList({list("Master 1", {1}), list("A", {1})}));
@@ -236,7 +241,7 @@ TEST_F(itdbTrackDbTest, TakesTheFirstOfEveryPlaylistListForTheMaster)
     EXPECT_EQ(db.playlists()[1]->name, "B");
 }
 
-TEST_F(itdbTrackDbTest, NamesAPlaylistByItsFirstObjectWhateverItsKind)
+TEST_F(ITunesDbReaderTest, NamesAPlaylistByItsFirstObjectWhateverItsKind)
 {
     const QByteArray odd = Writer::playlist({Writer::stringObject(52, QString("Odd"))}, {1});
     const QByteArray set = Writer::dataSet(2, Writer::playlistList({list("Master", {}), odd}));
@@ -244,7 +249,7 @@ TEST_F(itdbTrackDbTest, NamesAPlaylistByItsFirstObjectWhateverItsKind)
     EXPECT_EQ(db.playlists().at(0)->name, "Odd");
 }
 
-TEST_F(itdbTrackDbTest, ReadsOnWhenTheFirstObjectHoldsNoText)
+TEST_F(ITunesDbReaderTest, ReadsOnWhenTheFirstObjectHoldsNoText)
 {
     const QByteArray odd = Writer::playlist({Writer::opaqueObject(100, 30)}, {1});
     const QByteArray set =
@@ -255,7 +260,7 @@ TEST_F(itdbTrackDbTest, ReadsOnWhenTheFirstObjectHoldsNoText)
     EXPECT_EQ(db.playlists()[1]->tracks.size(), 1U);
 }
 
-TEST_F(itdbTrackDbTest, LeavesAPlaylistWithoutObjectsUnnamed)
+TEST_F(ITunesDbReaderTest, LeavesAPlaylistWithoutObjectsUnnamed)
 {
     const QByteArray set =
         Writer::dataSet(2, Writer::playlistList({list("Master", {}), Writer::playlist({}, {1})}));
@@ -264,7 +269,7 @@ TEST_F(itdbTrackDbTest, LeavesAPlaylistWithoutObjectsUnnamed)
     EXPECT_EQ(db.playlists().at(0)->tracks.size(), 1U);
 }
 
-TEST_F(itdbTrackDbTest, ReadsTheSamplePlayer)
+TEST_F(ITunesDbReaderTest, ReadsTheSamplePlayer)
 {
     const TestLibrary library = SamplePlayer::library();
     TrackDb& db = read(Writer::write(library));
@@ -276,4 +281,92 @@ TEST_F(itdbTrackDbTest, ReadsTheSamplePlayer)
         EXPECT_EQ(db.tracks()[i]->genre, library.tracks[i].genre);
     }
     ASSERT_EQ(db.playlists().size(), library.playlists.size());
+}
+
+TEST_F(ITunesDbReaderTest, TakesAnyByteButZeroForAPodcast)
+{
+    for (const quint8 flag : {1, 2, 0x7f, 0x80, 0xff}) {
+        const QByteArray record = Record(Writer::track(track(1, "One"))).u8(167, flag).open();
+        const QByteArray set = Writer::dataSet(1, Writer::trackList({record}));
+        MemoryDevice player;
+        player.put(DatabasePath, Writer::database(0x19, {set}));
+        EXPECT_TRUE(player.trackDb()->tracks().at(0)->isPodcast) << int(flag);
+    }
+}
+
+TEST_F(ITunesDbReaderTest, FindsTheTracksOfEveryTrackList)
+{
+    const QByteArray mix =
+        Writer::dataSet(2, Writer::playlistList({list("Master", {}), list("Mix", {2, 1, 3})}));
+    TrackDb& db =
+        read(Writer::database(0x19, {tracksSet({track(1, "One"), track(3, "Three")}),
+                                     tracksSet({track(2, "Two"), track(3, "Other Three")}), mix}));
+    EXPECT_EQ(titles(db.tracks()), QStringList({"One", "Three", "Two", "Other Three"}));
+    EXPECT_EQ(titles(db.playlists().at(0)->tracks), QStringList({"Two", "One", "Other Three"}));
+}
+
+TEST_F(ITunesDbReaderTest, FindsTracksWhoseIdsHaveTheHighestBit)
+{
+    const TestLibrary library = {
+        "Library",
+        {track(0x80000001, "High"), track(1, "Low"), track(0xffffffff, "Last")},
+        {{"Mix", {1, 0xffffffff, 0x80000001}}}};
+    EXPECT_EQ(titles(read(Writer::write(library)).playlists().at(0)->tracks),
+              QStringList({"Low", "Last", "High"}));
+}
+
+TEST_F(ITunesDbReaderTest, EndsATextAtANul)
+{
+    TestTrack written = track(1, QString("Title") + QChar::Null + "rubbish");
+    written.artist = QString(QChar::Null);
+    const Track& found = *read(Writer::write({"Player", {written}, {}})).tracks().at(0);
+    EXPECT_EQ(found.title, "Title");
+    EXPECT_EQ(found.artist, "");
+    EXPECT_FALSE(found.artist.isNull());
+    EXPECT_TRUE(device.trackDb()->problems().empty());
+}
+
+TEST_F(ITunesDbReaderTest, KeepsALeadingByteOrderMark)
+{
+    const QString title = QString(QChar(0xfeff)) + "Title";
+    TestTrack written = track(1, title);
+    written.album = title;
+    const Track& found = *read(Writer::write({title, {written}, {{title, {}}}})).tracks().at(0);
+    EXPECT_EQ(found.title, title);
+    EXPECT_EQ(found.album, title);
+    EXPECT_EQ(device.trackDb()->name(), title);
+    EXPECT_EQ(device.trackDb()->playlists().at(0)->name, title);
+}
+
+TEST_F(ITunesDbReaderTest, TriesAPathWithANulWithAndWithoutWhatFollows)
+{
+    const QString folder = "/Volumes/P/Music/";
+    for (const char* name : {"A", "Ab.mp3", ""}) {
+        MemoryDevice player;
+        if (*name)
+            player.put(folder + name, "sound");
+        TestTrack written = track(1, "One");
+        written.location = QString(":Music:A") + QChar::Null + "b.mp3";
+        player.put(DatabasePath, Writer::write({"Player", {written}, {}}));
+        EXPECT_EQ(player.trackDb()->tracks().at(0)->path, folder + (*name ? name : "A"));
+    }
+}
+
+TEST_F(ITunesDbReaderTest, ReadsTracksAndPlaylistsInTurnAsQuicklyAsInOrder)
+{
+    // Ids in falling order, and a playlist that asks for one behind each.
+    constexpr int Sets = 20000;
+    std::vector<QByteArray> sets;
+    for (quint32 i = 0; i < Sets; ++i) {
+        TestTrack one;
+        one.id = Sets - i;
+        sets.push_back(Writer::dataSet(1, Writer::trackList({Writer::track(one)})));
+        sets.push_back(Writer::dataSet(
+            2, Writer::playlistList({Writer::playlist({}, {}), Writer::playlist({}, {one.id})})));
+    }
+    device.put(DatabasePath, Writer::database(0x19, sets));
+    const std::clock_t start = std::clock();
+    EXPECT_EQ(device.trackDb()->playlists().size(), std::size_t(Sets));
+    EXPECT_LT(double(std::clock() - start) / CLOCKS_PER_SEC,
+              2.0); // sorting each time: many times as long
 }

@@ -5,9 +5,9 @@
 
 /// Reads the binary `Photo Database` of players that mount as a volume: a tree of little-endian
 /// records, each opening with a four-character tag, its header length (byte 4) and, mostly, its
-/// total length with everything inside it (byte 8). Tags are not checked: lengths and counts lead
-/// the way, and each is checked against the record it stands in.
-class itdbPhotoDb final : public PhotoDb
+/// total length with everything inside it (byte 8). Lengths and counts lead the way; where one
+/// contradicts what stands there, `RecordWalk` goes on at the next tag.
+class PhotoDatabaseReader final : public PhotoDb
 {
 public:
     /// The reader, or null when the device has no "Photos/Photo Database". Leaves a copy of the
@@ -16,17 +16,17 @@ public:
 
     [[nodiscard]] QString format() const override;
 
-    /// The text of the string body at `offset`: its length in bytes, its encoding (2 is UTF-16,
-    /// little-endian, an odd last byte ignored; anything else is UTF-8), four bytes of something,
-    /// and the text. Null when it is no UTF-8.
-    static QString getStringFromMhod(ByteView data, std::size_t offset);
+    /// The text of a string body: its length in bytes, its encoding (2 is UTF-16, little-endian, an
+    /// odd last byte ignored; anything else is UTF-8), four bytes of something, and the text. It
+    /// ends at a NUL, and where the body ends. Null when it is no UTF-8.
+    static QString textOfBody(ByteView body);
 
 protected:
     void parse() override;
     [[nodiscard]] PreviewPass::Step previewStep() const override;
 
 private:
-    explicit itdbPhotoDb(Device& device);
+    explicit PhotoDatabaseReader(Device& device);
 
     class Parser;
 

@@ -52,11 +52,13 @@ struct Reading {
                 memberTitles.append(track->title);
         }
         (void)db.music().trackMap();
+        problems = db.problems().all();
     }
 
     QStringList titles;
     QStringList playlists;
     QStringList memberTitles;
+    std::vector<Problem> problems;
 };
 
 bool isPrefixOf(const QStringList& some, const QStringList& all)
@@ -78,6 +80,17 @@ QByteArray with(QByteArray database, qsizetype offset, quint32 value)
     return database;
 }
 } // namespace
+
+TEST(DamagedITunesDb, HasNoProblemWhenItIsWhole)
+{
+    for (const int version : {11, 0x19}) {
+        ITunesDbWriter::Options options;
+        options.version = quint32(version);
+        EXPECT_TRUE(Reading(ITunesDbWriter::write(smallLibrary(), options)).problems.empty());
+        EXPECT_TRUE(Reading(ITunesDbWriter::write({}, options)).problems.empty());
+    }
+    EXPECT_TRUE(Reading(ITunesDbWriter::database(0x19, {})).problems.empty());
+}
 
 TEST(DamagedITunesDb, KeepsWhatWasReadBeforeACutAtAnyByte)
 {
@@ -114,14 +127,14 @@ TEST(DamagedITunesDb, SurvivesEveryFieldReplaced)
     }
 }
 
-TEST(DamagedITunesDb, EndsAtARecordTooSmallToStepOver)
+TEST(DamagedITunesDb, GoesOnBehindARecordTooSmallToStepOver)
 {
     const QByteArray whole = ITunesDbWriter::write(smallLibrary());
     const qsizetype second = whole.indexOf("mhit", whole.indexOf("mhit") + 1);
     for (const quint32 length : {0U, 1U, 11U}) {
         const Reading reading(with(whole, second + 8, length));
-        EXPECT_EQ(reading.titles, QStringList({"Title 1", "Title 2"}));
-        EXPECT_TRUE(reading.playlists.isEmpty());
+        EXPECT_EQ(reading.titles, QStringList({"Title 1", "Title 2", "Title 3"}));
+        EXPECT_EQ(reading.playlists, QStringList({"First", "Second"}));
     }
 }
 
@@ -137,8 +150,12 @@ TEST(DamagedITunesDb, ReadsNoTextPastItsRecord)
 {
     const QByteArray whole = ITunesDbWriter::write(smallLibrary());
     const qsizetype object = whole.indexOf("mhod", endOf(whole, "mhit", 1));
-    const Reading reading(with(whole, object + 28, 2000));
-    EXPECT_EQ(reading.titles, QStringList("Title 1"));
+    for (const quint32 length : {15U, 16U, 2000U, 0x80000000U, 0xffffffffU}) {
+        const Reading reading(with(whole, object + 28, length));
+        EXPECT_EQ(reading.titles, QStringList({"Title 1", "Title 2", "Title 3"}));
+        EXPECT_EQ(reading.playlists, QStringList({"First", "Second"}));
+        EXPECT_EQ(reading.problems.size(), 1U) << length;
+    }
 }
 
 TEST(DamagedITunesDb, ReadsRecordsThatOverlapOnlyOnce)
@@ -165,18 +182,24 @@ TEST(DamagedITunesDb, ReadsRecordsThatOverlapOnlyOnce)
     EXPECT_LE(Reading(database + list + tracks).titles.size(), Sets);
 }
 
-TEST(DamagedITunesDb, IsNotReadOrCopiedWhenItIsLargerThanOneCanBe)
+TEST(DamagedITunesDb, IsReadAsFarAsItsRecordsReachAndNotCopiedWhenItsFileIsLarger)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath("iPod_Control/iTunes/iTunesDB");
     Files::write(path, ITunesDbWriter::write(smallLibrary()));
-    ASSERT_TRUE(QFile::resize(path, qint64(1) << 42));
-    iPodDevice device(folder.path());
-    EXPECT_TRUE(device.trackDb()->tracks().empty());
-    EXPECT_FALSE(QFileInfo::exists(Utility::logFolder() + "/iTunesDB"));
+    for (const int bits : {32, 42}) {
+        QFile::remove(Utility::logFolder() + "/iTunesDB");
+        ASSERT_TRUE(QFile::resize(path, qint64(1) << bits));
+        iPodDevice device(folder.path());
+        EXPECT_EQ(device.trackDb()->tracks().size(), 3U);
+        EXPECT_EQ(device.trackDb()->playlists().size(), 2U);
+        EXPECT_TRUE(device.trackDb()->problems().empty())
+            << device.trackDb()->problems().begin()->text().toStdString();
+        EXPECT_FALSE(QFileInfo::exists(Utility::logFolder() + "/iTunesDB"));
+    }
 }
 
-TEST(itdbDiagnosis, LeavesACopyInTheLogFolder)
+TEST(ITunesDbDiagnosis, LeavesACopyInTheLogFolder)
 {
     const QTemporaryDir folder;
     const QByteArray database = ITunesDbWriter::write(smallLibrary());
