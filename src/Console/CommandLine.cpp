@@ -12,6 +12,9 @@
 #include <string>
 #include <vector>
 
+using CLI::App;
+using CLI::Option;
+
 namespace
 {
 struct Words {
@@ -53,17 +56,17 @@ std::string versionLine()
     return (Program::briefName() + u' ' + Program::version()).toStdString();
 }
 
-CLI::App* addCommand(CLI::App& app, const char* name, const QString& description)
+App* addCommand(App& app, const char* name, const QString& description)
 {
-    CLI::App* command = app.add_subcommand(name, help(description));
+    App* command = app.add_subcommand(name, help(description));
     command->set_version_flag("--version", versionLine(),
                               help(Words::tr("Print the version and exit")));
     return command;
 }
 
 /// An option with a text; an empty one is most likely a variable that was never set.
-CLI::Option* addText(CLI::App* command, const std::string& name, std::string& text,
-                     const char* kind, const QString& description)
+Option* addText(App* command, const std::string& name, std::string& text, const char* kind,
+                const QString& description)
 {
     const auto check = [](const std::string& given) {
         return given.empty() ? help(Words::tr("an empty text is no name")) : std::string();
@@ -73,13 +76,13 @@ CLI::Option* addText(CLI::App* command, const std::string& name, std::string& te
         ->check(CLI::Validator(check, "", "not empty"));
 }
 
-void addDevice(CLI::App* command, Arguments& arguments)
+void addDevice(App* command, Arguments& arguments)
 {
     addText(command, "--device", arguments.device, "DEVICE",
             Words::tr("A device key from \"devices\", or a folder that holds a player's files"));
 }
 
-void addWait(CLI::App* command, Arguments& arguments, const QString& description)
+void addWait(App* command, Arguments& arguments, const QString& description)
 {
     const auto check = [](const std::string& given) {
         constexpr double Longest = 3600;
@@ -96,25 +99,25 @@ void addWait(CLI::App* command, Arguments& arguments, const QString& description
         ->check(CLI::Validator(check, "", "seconds"));
 }
 
-void addDevices(CLI::App& app, Arguments& arguments)
+void addDevices(App& app, Arguments& arguments)
 {
-    CLI::App* command = addCommand(app, "devices", Words::tr("List the connected devices"));
+    App* command = addCommand(app, "devices", Words::tr("List the connected devices"));
     command->add_flag("--json", arguments.json, help(Words::tr("Print a JSON list")));
     addWait(command, arguments,
             Words::tr("Wait so long for a device to come; without it, 2 seconds for the phones "
                       "that are plugged in"));
 }
 
-void addPatience(CLI::App* command, Arguments& arguments)
+void addPatience(App* command, Arguments& arguments)
 {
     addWait(command, arguments,
             Words::tr("Wait so long for the device to come; without it, 10 seconds for a phone "
                       "that is plugged in"));
 }
 
-void addList(CLI::App& app, Arguments& arguments)
+void addList(App& app, Arguments& arguments)
 {
-    CLI::App* command = addCommand(app, "list", Words::tr("Show what a device holds"));
+    App* command = addCommand(app, "list", Words::tr("Show what a device holds"));
     addDevice(command, arguments);
     addPatience(command, arguments);
     command->add_flag("--json", arguments.json, help(Words::tr("Print the counts as JSON")));
@@ -123,19 +126,18 @@ void addList(CLI::App& app, Arguments& arguments)
                 .arg(Categories::names().join(QStringLiteral(", "))));
 }
 
-void addDump(CLI::App& app, Arguments& arguments)
+void addDump(App& app, Arguments& arguments)
 {
-    CLI::App* command =
-        addCommand(app, "dump", Words::tr("Print a device's whole library as JSON"));
+    App* command = addCommand(app, "dump", Words::tr("Print a device's whole library as JSON"));
     addDevice(command, arguments);
     addPatience(command, arguments);
     addText(command, "--previews", arguments.previews, "FOLDER",
             Words::tr("Write the preview pictures here"));
 }
 
-void addExport(CLI::App& app, Arguments& arguments)
+void addExport(App& app, Arguments& arguments)
 {
-    CLI::App* command =
+    App* command =
         addCommand(app, "export", Words::tr("Copy media from a device to this computer"));
     addDevice(command, arguments);
     addPatience(command, arguments);
@@ -188,7 +190,7 @@ Categories::Wish wishOf(const std::string& typed)
     return *wish;
 }
 
-CommandLine result(const CLI::App& app, const Arguments& arguments)
+CommandLine result(const App& app, const Arguments& arguments)
 {
     using Command = CommandLine::Command;
     CommandLine line;
@@ -216,18 +218,18 @@ CommandLine result(const CLI::App& app, const Arguments& arguments)
     return line;
 }
 
-QStringList commandNames(const CLI::App& app)
+QStringList commandNames(const App& app)
 {
     QStringList names;
-    for (const CLI::App* command : app.get_subcommands({}))
+    for (const App* command : app.get_subcommands({}))
         names.append(QString::fromStdString(command->get_name()));
     return names;
 }
 
-QStringList optionNames(const CLI::App& command)
+QStringList optionNames(const App& command)
 {
     QStringList names;
-    for (const CLI::Option* option : command.get_options()) {
+    for (const Option* option : command.get_options()) {
         for (const std::string& name : option->get_lnames())
             names.append(QStringLiteral("--") + QString::fromStdString(name));
     }
@@ -235,10 +237,10 @@ QStringList optionNames(const CLI::App& command)
 }
 
 /// What is wrong with an argument that nothing takes.
-QString wordsForExtra(const CLI::App& app, const QString& extra)
+QString wordsForExtra(const App& app, const QString& extra)
 {
-    const std::vector<CLI::App*> commands = app.get_subcommands();
-    const CLI::App& command = commands.empty() ? app : *commands.front();
+    const std::vector<App*> commands = app.get_subcommands();
+    const App& command = commands.empty() ? app : *commands.front();
     if (extra.startsWith(u'-')) {
         const QStringList known = optionNames(command);
         const QString typed = extra.section(u'=', 0, 0);
@@ -253,7 +255,7 @@ QString wordsForExtra(const CLI::App& app, const QString& extra)
     return Words::tr("\"%1\" is one word too many.").arg(extra);
 }
 
-QString wordsFor(const CLI::App& app, const CLI::ParseError& error)
+QString wordsFor(const App& app, const CLI::ParseError& error)
 {
     // A word that nothing takes is the cause of whatever else is missing.
     const std::vector<std::string> extras = app.remaining(true);
@@ -276,8 +278,8 @@ void complain(const QString& words)
 
 std::optional<CommandLine> CommandLine::parse(int argc, char** argv, int& exitCode)
 {
-    CLI::App app(help(Words::tr("Copies media from a portable player or phone to this computer")),
-                 "zell-transfer-cli");
+    App app(help(Words::tr("Copies media from a portable player or phone to this computer")),
+            "zell-transfer-cli");
     Arguments arguments;
     app.set_version_flag("--version", versionLine(), help(Words::tr("Print the version and exit")));
     app.require_subcommand(1);

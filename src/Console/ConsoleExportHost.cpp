@@ -5,6 +5,7 @@
 #include "Console/Terminal.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <cstdio>
@@ -79,6 +80,29 @@ bool ConsoleExportHost::exported(double progress)
 void ConsoleExportHost::showItem(const ExportItem& item)
 {
     ++_done;
+    const QString folder = folderAtFault(item);
+    if (folder.isNull()) {
+        sayItem(item);
+    } else if (!_saidFolders.contains(folder)) {
+        _saidFolders.insert(folder);
+        clearBar();
+        Terminal::say(QStringLiteral("%1: %2").arg(folder, item.why));
+    }
+}
+
+QString ConsoleExportHost::folderAtFault(const ExportItem& item) const
+{
+    if (item.result != ExportItem::Result::Failed || item.to.isEmpty())
+        return {};
+    for (const QString& folder : _destinations) {
+        if (PathName::isInside(item.to, folder) && !QFileInfo(folder).isDir())
+            return folder;
+    }
+    return {};
+}
+
+void ConsoleExportHost::sayItem(const ExportItem& item)
+{
     if (_style == Style::Lines) {
         Terminal::say(QStringLiteral("[%1/%2] %3").arg(_done).arg(_count).arg(itemLine(item)));
     } else if (item.isFailure()) {

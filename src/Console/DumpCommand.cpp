@@ -5,12 +5,22 @@
 #include "Console/LibraryJson.h"
 #include "Console/PreviewFiles.h"
 #include "Console/Terminal.h"
+#include "Export/OnDevice.h"
+
+#include <QCoreApplication>
 
 int Commands::dump(const CommandLine& line)
 {
     const std::shared_ptr<Device> device = DeviceChooser::choose(line.device, line.waitSeconds);
     if (!device)
         return DeviceChooser::exitCodeWithout();
+    if (!line.previews.isNull() && OnDevice::wouldLie(line.previews, device->localRoot())) {
+        Terminal::say(
+            QCoreApplication::translate("DumpCommand",
+                                        "%1 is on the device itself, and nothing is written there.")
+                .arg(line.previews));
+        return ExitCode::WrongUsage;
+    }
     if (!line.previews.isNull()) {
         const QString problem = Utility::createFolder(line.previews);
         if (!problem.isEmpty()) {

@@ -11,6 +11,8 @@
 #include "Export/Config.h"
 #include "Export/ExportJob.h"
 #include "Export/ExportPath.h"
+#include "Export/ExportPlan.h"
+#include "Export/OnDevice.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -87,6 +89,14 @@ QStringList destinations(const std::vector<SectionItems>& parts, const Config& c
     return parents.size() == 1 ? parents : folders;
 }
 
+QStringList chosenFolders(const Config& config)
+{
+    QStringList folders;
+    for (const SectionFacts& one : Sections::all())
+        folders.append(config.folderPath(one.section));
+    return folders;
+}
+
 /// Every item comes into the report, also where the person has stopped the command by then.
 void exportAll(const std::vector<SectionItems>& parts, ExportJob& job)
 {
@@ -104,10 +114,11 @@ bool wasStopped(const ExportReport& report)
     });
 }
 
-void sayHowItEnded(const ExportReport& report, std::size_t problems,
+/// `reportPath` is null where there is no report.
+void sayHowItEnded(const std::vector<ExportItem>& items, std::size_t problems,
                    const QStringList& destinations, const QString& reportPath)
 {
-    const ExportSummary summary(report.items());
+    const ExportSummary summary(items);
     Terminal::say(summary.counts());
     for (const QString& line : summary.reasons())
         Terminal::say(line);
@@ -116,7 +127,30 @@ void sayHowItEnded(const ExportReport& report, std::size_t problems,
             Words::tr("%n problem(s) with what the device holds, see above", "", int(problems)));
     if (!destinations.isEmpty())
         Terminal::say(Words::tr("destination: %1").arg(destinations.join(QStringLiteral(", "))));
-    Terminal::say(Words::tr("report: %1").arg(reportPath));
+    if (!reportPath.isNull())
+        Terminal::say(Words::tr("report: %1").arg(reportPath));
+}
+
+/// Prints what would be copied, and writes nothing.
+int plan(const CommandLine& line, Device& device, const ExportSelection& selection,
+         Problems& problems)
+{
+    const Config config = settings(line);
+    ExportPlan plan(device, config);
+    for (const SectionItems& part : selection.parts()) {
+        plan.addTracks(part.tracks);
+        plan.addPlaylists(part.playlists);
+        plan.addPhotos(part.photos);
+    }
+    for (const ExportItem& item : plan.items())
+        Terminal::printJson(item.toJson() + '\n');
+    problems.sayNew();
+    const bool isWell = problems.count() == 0 &&
+                        std::none_of(plan.items().begin(), plan.items().end(),
+                                     [](const ExportItem& item) { return item.isNotCopied(); });
+    if (!line.quiet || !isWell)
+        sayHowItEnded(plan.items(), problems.count(), destinations(selection.parts(), config), {});
+    return isWell ? ExitCode::Done : ExitCode::SomeNotCopied;
 }
 
 /// Copies what is selected, and says how that ended.
@@ -125,6 +159,11 @@ int copy(const CommandLine& line, const std::shared_ptr<Device>& device,
 {
     ExportReport report;
     if (!line.report.isNull()) {
+        if (OnDevice::wouldLie(line.report, device->localRoot())) {
+            Terminal::say(Words::tr("%1 is on the device itself, and nothing is written there.")
+                              .arg(line.report));
+            return ExitCode::WrongUsage;
+        }
         // Found out now rather than after an hour of copying.
         if (const Status followed = report.follow(line.report); !followed) {
             Terminal::say(line.report + QStringLiteral(": ") + followed.failure().text());
@@ -132,6 +171,7 @@ int copy(const CommandLine& line, const std::shared_ptr<Device>& device,
         }
     }
     Config config = settings(line);
+    host.setDestinations(chosenFolders(config));
     ExportJob job(device, config, host, report, Interrupt::requested());
     exportAll(selection.parts(), job);
     problems.sayNew();
@@ -141,7 +181,7 @@ int copy(const CommandLine& line, const std::shared_ptr<Device>& device,
         Terminal::say(line.report + QStringLiteral(": ") + written.failure().text());
     const bool isWell = report.notCopiedCount() == 0 && problems.count() == 0 && written;
     if (!line.quiet || !isWell)
-        sayHowItEnded(report, problems.count(), destinations(selection.parts(), config),
+        sayHowItEnded(report.items(), problems.count(), destinations(selection.parts(), config),
                       line.report.isNull() ? report.logPath() : line.report);
     if (wasStopped(report)) // by an interrupt, or the question of a clash was given up
         return ExitCode::Stopped;
@@ -168,5 +208,7 @@ int Commands::exportMedia(const CommandLine& line)
     }
     problems.sayNew();
     device->stopPreviews(); // nobody looks at them here
+    if (line.dryRun)
+        return plan(line, *device, selection, problems);
     return copy(line, device, selection, problems, host);
 }

@@ -23,7 +23,9 @@ QString ExportSummary::counts() const
         return std::count_if(_items.begin(), _items.end(),
                              [&](const ExportItem& item) { return item.result == result; });
     };
-    QString line = tr("%1 copied").arg(count(Result::Copied));
+    const auto planned = count(Result::Planned);
+    QString line = planned > 0 ? tr("%1 would be copied").arg(planned)
+                               : tr("%1 copied").arg(count(Result::Copied));
     for (const Result result :
          {Result::Skipped, Result::Missing, Result::Incomplete, Result::Failed, Result::Stopped}) {
         if (count(result) > 0)

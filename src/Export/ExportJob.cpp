@@ -1,6 +1,7 @@
 #include "Export/ExportJob.h"
 
 #include "Base/PathName.h"
+#include "Base/Utility.h"
 #include "Device/Device.h"
 #include "Device/Playlist.h"
 #include "Device/Track.h"
@@ -139,6 +140,8 @@ void ExportJob::write(ExportItem& item, const Way& way)
         settle(item, Result::Failed, problem);
         return;
     }
+    // The copy fails without its folder, and this says why better than the copy can.
+    const QString folderError = Utility::createFolder(PathName::parent(destination.path));
     const std::optional<QString> path = ClashRule::checkPath(destination.path, _config, _host);
     item.to = path.value_or(destination.path);
     if (!path) {
@@ -148,8 +151,8 @@ void ExportJob::write(ExportItem& item, const Way& way)
         settle(item, Result::Skipped, words("A file of this name is there already"));
     } else {
         way.write(item);
-        if (item.result == Result::Failed && !destination.folderError.isEmpty())
-            item.why = destination.folderError;
+        if (item.result == Result::Failed && !folderError.isEmpty())
+            item.why = folderError;
     }
 }
 

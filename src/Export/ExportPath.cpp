@@ -1,7 +1,6 @@
 #include "Export/ExportPath.h"
 
 #include "Base/PathName.h"
-#include "Base/Utility.h"
 #include "Device/Album.h"
 #include "Device/Photo.h"
 #include "Device/Playlist.h"
@@ -37,7 +36,7 @@ Section ExportPath::folderOf(const Track& track, const Playlist* playlist)
 
 ExportPath ExportPath::trackPath(const Track& track, const Playlist* playlist, const Config& config)
 {
-    const QString category = config.existingFolder(folderOf(track, playlist));
+    const QString category = config.folderPath(folderOf(track, playlist));
     const QString fileName = track.title + u'.' + PathName::extension(track.path);
     return below(category,
                  PathName::join(PathName::join(category, subfolder(track, playlist)), fileName));
@@ -55,7 +54,6 @@ ExportPath ExportPath::below(const QString& category, const QString& path)
     // Resolved as text, as the check just did: the file system would resolve ".." through links.
     if (PathName::hasParentComponent(result.path))
         result.path = QDir::cleanPath(result.path);
-    result.folderError = Utility::createFolder(PathName::parent(result.path));
     return result;
 }
 
@@ -64,13 +62,13 @@ Section ExportPath::folderOf(const Photo& photo)
     return photo.photoId == 0 ? Section::CameraRoll : Section::Photos;
 }
 
-ExportPath ExportPath::photoPath(const Photo& photo, const Config& config)
+ExportPath ExportPath::photoPath(const Photo& photo, PhotoSource source, const Config& config)
 {
-    const QString category = config.existingFolder(folderOf(photo));
+    const QString category = config.folderPath(folderOf(photo));
     if (photo.photoId == 0)
         return below(category,
                      PathName::join(category, PathName::lastComponent(photo.fullSizeFile)));
-    const QString extension = photo.fullSizeFile.isEmpty()
+    const QString extension = source == PhotoSource::Rendition
                                   ? QStringLiteral("jpg")
                                   : PathName::extension(photo.fullSizeFile);
     const QString album = photo.album ? photo.album->name : QString();

@@ -80,14 +80,16 @@ ExportJob::Next ExportJob::exportPhoto(const Photo& photo, int index)
         item.result = Result::Missing;
         item.why = words("The library names no file for this item");
     } else {
-        write(item,
-              {ExportPath::folderOf(photo), [&] { return ExportPath::photoPath(photo, _config); },
-               [&](ExportItem& it) {
-                   if (hasFullSizeFile(photo))
-                       copy(it, index);
-                   else
-                       writeRendition(photo, it);
-               }});
+        const auto source = photo.fullSizeFile.isEmpty() ? ExportPath::PhotoSource::Rendition
+                                                         : ExportPath::PhotoSource::FullSize;
+        write(item, {ExportPath::folderOf(photo),
+                     [&] { return ExportPath::photoPath(photo, source, _config); },
+                     [&](ExportItem& it) {
+                         if (hasFullSizeFile(photo))
+                             copy(it, index);
+                         else
+                             writeRendition(photo, it);
+                     }});
     }
     const Next next = after(item);
     report(std::move(item));

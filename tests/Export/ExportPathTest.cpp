@@ -46,7 +46,7 @@ private:
 TEST_F(TrackPath, IsCategoryArtistAlbumTitle)
 {
     EXPECT_EQ(found(), "Music/Artist/Album/Title.mp3");
-    EXPECT_TRUE(QFileInfo(path("Music/Artist/Album")).isDir());
+    EXPECT_FALSE(QFileInfo::exists(path("Music"))); // as text alone
 }
 
 TEST_F(TrackPath, PutsEachTypeIntoItsCategory)
@@ -111,7 +111,6 @@ TEST_F(TrackPath, MakesFolderLevelsOutOfSlashes)
     track.title = "Side A/Side B";
     track.artist = "AC/DC";
     EXPECT_EQ(found(), "Music/AC/DC/Album/Side A/Side B.mp3");
-    EXPECT_TRUE(QFileInfo(path("Music/AC/DC/Album/Side A")).isDir());
 }
 
 struct EscapeCase {
@@ -162,10 +161,4 @@ TEST_F(TrackPath, ResolvesParentComponentsThatStayInside)
 {
     track.title = "../Other/x";
     EXPECT_EQ(found(), "Music/Artist/Other/x.mp3");
-}
-
-TEST_F(TrackPath, SaysWhyTheFolderCouldNotBeMade)
-{
-    track.artist = QString(300, u'n');
-    EXPECT_EQ(ExportPath::trackPath(track, nullptr, config).folderError, "File name too long");
 }

@@ -76,10 +76,11 @@ protected:
     /// Below the temporary folder; "refused" when it is.
     QString destination()
     {
-        const ExportPath result = ExportPath::photoPath(photo, config);
+        const auto source = photo.fullSizeFile.isEmpty() ? ExportPath::PhotoSource::Rendition
+                                                         : ExportPath::PhotoSource::FullSize;
+        const ExportPath result = ExportPath::photoPath(photo, source, config);
         if (!result.refusal.isEmpty())
             return "refused";
-        EXPECT_TRUE(QFileInfo(QFileInfo(result.path).path()).isDir());
         return result.path.sliced(_folder.path().size() + 1);
     }
 
