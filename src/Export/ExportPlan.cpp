@@ -80,11 +80,11 @@ void ExportPlan::addPhoto(const Photo& photo)
         isThere = true;
     }
     if (isThere) {
-        const ExportPath to = ExportPath::photoPath(
-            photo,
-            rendition.isNull() ? ExportPath::PhotoSource::FullSize
-                               : ExportPath::PhotoSource::Rendition,
-            _config);
+        const ExportPath to =
+            ExportPath::photoPath(photo,
+                                  rendition.isNull() ? ExportPath::PhotoSource::FullSize
+                                                     : ExportPath::PhotoSource::Rendition,
+                                  _config);
         place(item, to.path, to.refusal);
     }
     _items.push_back(std::move(item));
@@ -98,8 +98,7 @@ bool ExportPlan::hasSource(ExportItem& item)
     }
     const Expected<FileInfo> source = _device.info(item.from);
     if (!source) {
-        settle(item,
-               source.failedAs(Failure::Kind::Missing) ? Result::Missing : Result::Failed,
+        settle(item, source.failedAs(Failure::Kind::Missing) ? Result::Missing : Result::Failed,
                source.failure().text());
         return false;
     }

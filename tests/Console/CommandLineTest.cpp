@@ -111,8 +111,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(CommandHelp, NamesWhatItIsToBeGivenInWords)
 {
-    for (const QString& command : {"devices", "list", "dump", "export"}) {
-        const QString help = ConsoleRun({command, "--help"}).text();
+    for (const char* command : {"devices", "list", "dump", "export"}) {
+        const QString help = ConsoleRun({QString::fromLatin1(command), "--help"}).text();
         EXPECT_FALSE(help.contains("FLOAT")) << help.toStdString();
         EXPECT_FALSE(help.contains("TEXT")) << help.toStdString();
     }

@@ -21,7 +21,10 @@ protected:
             QStringList({"export", "--device", path("player"), "--to", path("out"), "--quiet"}) +
             what);
     }
-    ConsoleRun planned(const QStringList& what) const { return run(what + QStringList("--dry-run")); }
+    ConsoleRun planned(const QStringList& what) const
+    {
+        return run(what + QStringList("--dry-run"));
+    }
     static std::vector<QJsonObject> lines(const ConsoleRun& run)
     {
         std::vector<QJsonObject> items;
@@ -62,8 +65,7 @@ TEST_F(DryRun, SaysWhatTheExportThenDoes)
     const ConsoleRun plan = planned({"all", "playlists"});
     EXPECT_EQ(plan.exitCode, 0) << plan.errors.toStdString();
     const std::vector<QJsonObject> items = lines(plan);
-    ASSERT_EQ(items.size(),
-              SamplePlayer::library().tracks.size() + SamplePhotos::PhotoCount + 55U);
+    ASSERT_EQ(items.size(), SamplePlayer::library().tracks.size() + SamplePhotos::PhotoCount + 55U);
     for (const QJsonObject& item : items)
         EXPECT_EQ(item["result"].toString(), "planned");
     EXPECT_EQ(run({"all", "playlists", "--report", path("report")}).exitCode, 0);
@@ -71,8 +73,9 @@ TEST_F(DryRun, SaysWhatTheExportThenDoes)
     EXPECT_EQ(destinations(copied), destinations(items));
     for (std::size_t i = 0; i < items.size(); ++i) {
         EXPECT_EQ(items[i]["title"], copied[i]["title"]);
-        if (!items[i]["from"].toString().endsWith(".ithmb")) // which is stored anew
+        if (!items[i]["from"].toString().endsWith(".ithmb")) { // which is stored anew
             EXPECT_EQ(items[i]["bytes"], copied[i]["bytes"]);
+        }
     }
 }
 
@@ -118,8 +121,8 @@ TEST_F(DryRun, AppliesTheRulesToWhatItWouldHaveWrittenItself)
 
 TEST_F(DryRun, SaysWhatCouldNotBeCopied)
 {
-    const QString file = path("player") +
-                         SamplePlayer::library().tracks[0].location.replace(u':', u'/');
+    const QString file =
+        path("player") + SamplePlayer::library().tracks[0].location.replace(u':', u'/');
     ASSERT_TRUE(QFile::remove(file));
     const ConsoleRun plan = planned({"music"});
     EXPECT_EQ(plan.exitCode, 1);

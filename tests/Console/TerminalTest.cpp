@@ -45,7 +45,8 @@ TEST(TerminalHarmless, ShowsWhatBreaksLinesTurnsOrHidesText)
         if (character == 0) // the end of the literal
             break;
         const QString text = "a" + QString::fromUcs4(&character, 1) + "b";
-        EXPECT_EQ(Terminal::harmless(text), QString::fromUtf8("a\uFFFDb")) << std::hex << character;
+        EXPECT_EQ(Terminal::harmless(text), QString::fromUtf8("a\uFFFDb"))
+            << "U+" << std::hex << quint32(character);
     }
 }
 
