@@ -3,22 +3,38 @@
 #include "Device/Section.h"
 
 #include <QString>
+#include <QStringList>
 
-#include <string>
+#include <optional>
 #include <vector>
 
 /// The words that the console takes for what a device holds: the keys of the sections, and a few
-/// of its own.
+/// of its own. Sections and words are taken in any case, with blanks, dashes or underscores.
 namespace Categories
 {
 /// The sections that a library keeps an index of, in order.
 std::vector<Section> ofLibrary();
-/// All names that "list" and "export" take, in order.
-std::vector<std::string> names();
-/// Whether "export" takes `what`: a name, "all", "media", "playlist=..." or "album=...".
-bool isExportable(const QString& what);
+/// The keys of all sections, in order.
+QStringList names();
+/// All that "export" takes as it stands: "all", "everything", "media" and the keys.
+QStringList words();
+/// A section by its key, however it is written.
+std::optional<Section> section(const QString& word);
 
-/// What stands before a playlist's or an album's own name.
-extern const QString PlaylistPrefix;
-extern const QString AlbumPrefix;
+/// What one word of "export" asks for.
+struct Wish {
+    enum class Kind { Everything, Media, OneSection, Playlist, Album };
+
+    Kind kind = Kind::Everything;
+    Section section = Section::Music; ///< of OneSection
+    QString name;                     ///< of a playlist or an album
+
+    /// None when `export` takes no such word.
+    static std::optional<Wish> of(const QString& word);
+    /// The names of the readers that it asks, as problems call them.
+    [[nodiscard]] QStringList readers() const;
+};
+
+/// The names of the readers that a section is read by.
+QStringList readersOf(Section section);
 } // namespace Categories

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "Console/Categories.h"
+
 #include <QString>
-#include <QStringList>
 
 #include <optional>
+#include <vector>
 
 /// What the person asked the console program for.
 struct CommandLine {
@@ -11,16 +13,17 @@ struct CommandLine {
 
     Command command = Command::Devices;
     QString device; ///< a device key or a folder; null: the one that is connected
-    double waitSeconds = 2;
+    std::optional<double> waitSeconds; ///< for a device; none: as long as is sensible
     bool quiet = false;
 
-    bool json = false;   ///< devices
-    QString category;    ///< list; null: all categories
-    QString previews;    ///< dump; null: none are written
-    QStringList what;    ///< export
-    QString destination; ///< export; null: the folders of the settings
-    QString clash;       ///< export; null: the rule of the settings
-    QString report;      ///< export; null: only the log
+    bool json = false;                    ///< devices, list
+    std::optional<Section> category;      ///< list; none: all of them
+    QString previews;                     ///< dump; null: none are written
+    std::vector<Categories::Wish> wishes; ///< export
+    QString destination;                  ///< export; null: the folders of the settings
+    QString clash;                        ///< export; null: the rule of the settings
+    QString report;                       ///< export; null: only the log
+    bool dryRun = false;                  ///< export
 
     /// Understands the arguments. Help, version and complaints are printed at once; then there
     /// is no command line, and `exitCode` says how the program ends.

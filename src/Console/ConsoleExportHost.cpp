@@ -5,6 +5,7 @@
 #include "Console/Terminal.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <cstdio>
@@ -15,10 +16,9 @@ constexpr int BarWidth = 24;
 constexpr int TextWidth = 46;
 constexpr qint64 MillisecondsBetweenDrawings = 50;
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("ConsoleExportHost", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(ConsoleExportHost)
+};
 
 QString itemName(const ExportItem& item)
 {
@@ -80,6 +80,29 @@ bool ConsoleExportHost::exported(double progress)
 void ConsoleExportHost::showItem(const ExportItem& item)
 {
     ++_done;
+    const QString folder = folderAtFault(item);
+    if (folder.isNull()) {
+        sayItem(item);
+    } else if (!_saidFolders.contains(folder)) {
+        _saidFolders.insert(folder);
+        clearBar();
+        Terminal::say(QStringLiteral("%1: %2").arg(folder, item.why));
+    }
+}
+
+QString ConsoleExportHost::folderAtFault(const ExportItem& item) const
+{
+    if (item.result != ExportItem::Result::Failed || item.to.isEmpty())
+        return {};
+    for (const QString& folder : _destinations) {
+        if (PathName::isInside(item.to, folder) && !QFileInfo(folder).isDir())
+            return folder;
+    }
+    return {};
+}
+
+void ConsoleExportHost::sayItem(const ExportItem& item)
+{
     if (_style == Style::Lines) {
         Terminal::say(QStringLiteral("[%1/%2] %3").arg(_done).arg(_count).arg(itemLine(item)));
     } else if (item.isFailure()) {
@@ -103,11 +126,13 @@ std::optional<ClashAnswer> ConsoleExportHost::askClash(const QString& path)
     clearBar();
     Terminal::say(ClashRule::question(path));
     for (;;) {
-        const QString typed = Terminal::ask(tr("(n)umber, (o)verwrite, (s)kip, (a)bort; a "
-                                               "capital letter answers for all:"))
+        const QString typed = Terminal::ask(Words::tr("(n)umber, (o)verwrite, (s)kip, (a)bort; a "
+                                                      "capital letter answers for all:"))
                                   .trimmed();
-        if (typed.isEmpty() || typed == u"a" || Interrupt::requested())
+        if (typed.isEmpty() || typed.toLower() == u"a" || Interrupt::requested()) {
+            Interrupt::request(); // of the whole command, not of this part alone
             return std::nullopt;
+        }
         if (const std::optional<int> rule = ruleOf(typed.toLower())) {
             const ClashAnswer answer = {*rule, false};
             if (typed != typed.toLower())

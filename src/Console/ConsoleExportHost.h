@@ -4,7 +4,9 @@
 #include "Export/ExportHost.h"
 
 #include <QElapsedTimer>
+#include <QSet>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -14,6 +16,10 @@ class ConsoleExportHost final : public ExportHost, public DeviceDelegate
 {
 public:
     explicit ConsoleExportHost(bool quiet);
+
+    /// The folders that the person chose. One that cannot be made is said once, and not of each
+    /// item that was to go there.
+    void setDestinations(const QStringList& folders) { _destinations = folders; }
 
     void showBegin(int count) override;
     void showProgress(const QString& text, double progress) override;
@@ -30,10 +36,15 @@ public:
 private:
     enum class Style { Quiet, Lines, Bar };
 
+    /// The chosen folder that an item failed for; null when it failed for itself.
+    [[nodiscard]] QString folderAtFault(const ExportItem& item) const;
+    void sayItem(const ExportItem& item);
     void drawBar(double progress);
     void clearBar();
 
     Style _style;
+    QStringList _destinations;
+    QSet<QString> _saidFolders;
     int _count = 0;
     int _done = 0;
     QString _text;

@@ -9,12 +9,13 @@ int Commands::devices(const CommandLine& line)
 {
     const Device::Devices devices = DeviceChooser::connected(line.waitSeconds);
     if (line.json) {
-        Terminal::print(LibraryJson::devices(devices));
+        Terminal::printJson(LibraryJson::devices(devices));
         return ExitCode::Done;
     }
     for (const auto& [key, device] : devices)
         Terminal::print(
-            QStringLiteral("%1\t%2\n").arg(key, Terminal::harmless(device->description())));
+            QStringLiteral("%1\t%2\n")
+                .arg(Terminal::harmless(key), Terminal::harmless(device->description())));
     if (devices.empty())
         Terminal::say(QCoreApplication::translate("DevicesCommand", "No device is connected."));
     return ExitCode::Done;

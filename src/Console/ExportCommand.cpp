@@ -1,28 +1,30 @@
 #include "Base/PathName.h"
-#include "Console/Categories.h"
 #include "Console/Commands.h"
 #include "Console/ConsoleExportHost.h"
 #include "Console/DeviceChooser.h"
+#include "Console/ExportSelection.h"
+#include "Console/SummaryLines.h"
 #include "Console/Interrupt.h"
+#include "Console/Problems.h"
 #include "Console/Terminal.h"
-#include "Device/PhotoDb.h"
-#include "Device/SectionItems.h"
-#include "Device/TrackDb.h"
-#include "Device/iPhone/PhoneDevice.h"
+#include "Device/Playlist.h"
 #include "Export/Config.h"
 #include "Export/ExportJob.h"
+#include "Export/ExportPath.h"
+#include "Export/ExportPlan.h"
+#include "Export/OnDevice.h"
 
 #include <QCoreApplication>
 #include <QDir>
 
 #include <algorithm>
+#include <set>
 
 namespace
 {
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("ExportCommand", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(ExportCommand)
+};
 
 int ruleOf(const QString& clash)
 {
@@ -46,93 +48,13 @@ Config settings(const CommandLine& line)
     return config;
 }
 
-/// What the words of the command line stand for, in the order they are exported.
-class Selection
+QStringList readersFor(const std::vector<Categories::Wish>& wishes)
 {
-public:
-    explicit Selection(Device& device)
-        : _device(device)
-        , _library(device.trackDb())
-    {
-    }
-
-    /// False, after saying why, when `what` names something that is not there.
-    bool add(const QString& what)
-    {
-        if (what.startsWith(Categories::PlaylistPrefix))
-            return addPlaylists(what.sliced(Categories::PlaylistPrefix.size()));
-        if (what.startsWith(Categories::AlbumPrefix))
-            return addAlbums(what.sliced(Categories::AlbumPrefix.size()));
-        if (what == u"media")
-            _parts.push_back(SectionItems::media(_device));
-        else if (what == u"all")
-            addAll();
-        else if (const std::optional<Section> section = Sections::withKey(what))
-            addSection(*section);
-        return true;
-    }
-
-    void exportAll(ExportJob& job) const
-    {
-        for (const SectionItems& part : _parts) {
-            if (Interrupt::requested())
-                return;
-            job.exportTracks(part.tracks);
-            job.exportPlaylists(part.playlists);
-            job.exportPhotos(part.photos);
-        }
-    }
-
-private:
-    bool addPlaylists(const QString& name)
-    {
-        SectionItems part;
-        if (_library)
-            std::copy_if(_library->playlists().begin(), _library->playlists().end(),
-                         std::back_inserter(part.playlists),
-                         [&](const Playlist* playlist) { return playlist->name == name; });
-        if (part.playlists.empty()) {
-            Terminal::say(tr("There is no playlist named %1.").arg(name));
-            return false;
-        }
-        _parts.push_back(part);
-        return true;
-    }
-
-    void addAll()
-    {
-        for (SectionItems& part : SectionItems::everything(_device))
-            _parts.push_back(std::move(part));
-    }
-
-    bool addAlbums(const QString& name)
-    {
-        PhotoDb* library = _device.photoDb();
-        bool found = false;
-        for (const Album* album : library ? library->albums() : std::vector<Album*>()) {
-            if (album->name == name) {
-                _parts.push_back({{}, {}, album->photos});
-                found = true;
-            }
-        }
-        if (!found)
-            Terminal::say(tr("There is no photo album named %1.").arg(name));
-        return found;
-    }
-
-    void addSection(Section section)
-    {
-        if (std::optional<SectionItems> items = SectionItems::of(_device, section))
-            _parts.push_back(std::move(*items));
-        else if (_library ||
-                 section > Section::Playlists) // else it was said that there is no library
-            Terminal::say(tr("The device has no %1.").arg(Sections::key(section)));
-    }
-
-    Device& _device;
-    TrackDb* _library;
-    std::vector<SectionItems> _parts;
-};
+    QStringList readers;
+    for (const Categories::Wish& wish : wishes)
+        readers += wish.readers();
+    return readers;
+}
 
 /// Makes the host the delegate for as long as it lives.
 class DelegateScope
@@ -144,80 +66,149 @@ public:
     DelegateScope& operator=(const DelegateScope&) = delete;
 };
 
-void summarize(const ExportReport& report)
+/// The folders that the parts are copied into: the one that all of them are in, or each.
+QStringList destinations(const std::vector<SectionItems>& parts, const Config& config)
 {
-    using Result = ExportItem::Result;
-    const auto count = [&](Result result) {
-        return std::count_if(report.items().begin(), report.items().end(),
-                             [&](const ExportItem& item) { return item.result == result; });
-    };
-    QString line = tr("%1 copied").arg(count(Result::Copied));
-    for (const Result result :
-         {Result::Skipped, Result::Missing, Result::Incomplete, Result::Failed, Result::Stopped}) {
-        if (count(result) > 0)
-            line +=
-                QStringLiteral(", %1 %2").arg(count(result)).arg(ExportItem::resultName(result));
+    std::set<Section> sections;
+    for (const SectionItems& part : parts) {
+        for (const Track* track : part.tracks)
+            sections.insert(ExportPath::folderOf(*track, nullptr));
+        if (!part.playlists.empty())
+            sections.insert(Section::Playlists);
+        for (const Photo* photo : part.photos)
+            sections.insert(ExportPath::folderOf(*photo));
     }
-    Terminal::say(line);
+    QStringList folders;
+    QStringList parents;
+    for (const Section section : sections) {
+        folders.append(config.folderPath(section));
+        parents.append(PathName::parent(config.folderPath(section)));
+    }
+    folders.removeDuplicates();
+    parents.removeDuplicates();
+    return parents.size() == 1 ? parents : folders;
 }
 
-int exitCode(const ExportReport& report)
+QStringList chosenFolders(const Config& config)
 {
-    if (Interrupt::requested())
+    QStringList folders;
+    for (const SectionFacts& one : Sections::all())
+        folders.append(config.folderPath(one.section));
+    return folders;
+}
+
+/// Every item comes into the report, also where the person has stopped the command by then.
+void exportAll(const std::vector<SectionItems>& parts, ExportJob& job)
+{
+    for (const SectionItems& part : parts) {
+        job.exportTracks(part.tracks);
+        job.exportPlaylists(part.playlists);
+        job.exportPhotos(part.photos);
+    }
+}
+
+bool wasStopped(const ExportReport& report)
+{
+    return std::any_of(report.items().begin(), report.items().end(), [](const ExportItem& item) {
+        return item.result == ExportItem::Result::Stopped;
+    });
+}
+
+/// `reportPath` is null where there is no report.
+void sayHowItEnded(const std::vector<ExportItem>& items, std::size_t problems,
+                   const QStringList& destinations, const QString& reportPath)
+{
+    const SummaryLines summary(items);
+    Terminal::say(summary.counts());
+    for (const QString& line : summary.reasons())
+        Terminal::say(line);
+    if (problems > 0)
+        Terminal::say(
+            Words::tr("%n problem(s) with what the device holds, see above", "", int(problems)));
+    if (!destinations.isEmpty())
+        Terminal::say(Words::tr("destination: %1").arg(destinations.join(QStringLiteral(", "))));
+    if (!reportPath.isNull())
+        Terminal::say(Words::tr("report: %1").arg(reportPath));
+}
+
+/// Prints what would be copied, and writes nothing.
+int plan(const CommandLine& line, Device& device, const ExportSelection& selection,
+         Problems& problems)
+{
+    const Config config = settings(line);
+    ExportPlan plan(device, config);
+    for (const SectionItems& part : selection.parts()) {
+        plan.addTracks(part.tracks);
+        plan.addPlaylists(part.playlists);
+        plan.addPhotos(part.photos);
+    }
+    for (const ExportItem& item : plan.items())
+        Terminal::printJson(item.toJson() + '\n');
+    problems.sayNew();
+    const bool isWell = problems.count() == 0 &&
+                        std::none_of(plan.items().begin(), plan.items().end(),
+                                     [](const ExportItem& item) { return item.isNotCopied(); });
+    if (!line.quiet || !isWell)
+        sayHowItEnded(plan.items(), problems.count(), destinations(selection.parts(), config), {});
+    return isWell ? ExitCode::Done : ExitCode::SomeNotCopied;
+}
+
+/// Copies what is selected, and says how that ended.
+int copy(const CommandLine& line, const std::shared_ptr<Device>& device,
+         const ExportSelection& selection, Problems& problems, ConsoleExportHost& host)
+{
+    ExportReport report;
+    if (!line.report.isNull()) {
+        if (OnDevice::wouldLie(line.report, device->localRoot())) {
+            Terminal::say(Words::tr("%1 is on the device itself, and nothing is written there.")
+                              .arg(line.report));
+            return ExitCode::WrongUsage;
+        }
+        // Found out now rather than after an hour of copying.
+        if (const Status followed = report.follow(line.report); !followed) {
+            Terminal::say(line.report + QStringLiteral(": ") + followed.failure().text());
+            return ExitCode::WrongUsage;
+        }
+    }
+    Config config = settings(line);
+    host.setDestinations(chosenFolders(config));
+    ExportJob job(device, config, host, report, Interrupt::requested());
+    exportAll(selection.parts(), job);
+    problems.sayNew();
+
+    const Status written = report.endFollowing();
+    if (!written)
+        Terminal::say(line.report + QStringLiteral(": ") + written.failure().text());
+    const bool isWell = report.notCopiedCount() == 0 && problems.count() == 0 && written;
+    if (!line.quiet || !isWell)
+        sayHowItEnded(report.items(), problems.count(), destinations(selection.parts(), config),
+                      line.report.isNull() ? report.logPath() : line.report);
+    if (wasStopped(report)) // by an interrupt, or the question of a clash was given up
         return ExitCode::Stopped;
-    const bool stopped =
-        std::any_of(report.items().begin(), report.items().end(), [](const ExportItem& item) {
-            return item.result == ExportItem::Result::Stopped;
-        });
-    if (stopped) // the clash question was given up
-        return ExitCode::Stopped;
-    return report.failureCount() == 0 ? ExitCode::Done : ExitCode::SomeNotCopied;
+    return isWell ? ExitCode::Done : ExitCode::SomeNotCopied;
 }
 } // namespace
 
 int Commands::exportMedia(const CommandLine& line)
 {
-    Interrupt::watch();
-    PhoneDevice::setInterrupt(Interrupt::requested());
     ConsoleExportHost host(line.quiet);
     const DelegateScope delegate(host);
     const std::shared_ptr<Device> device = DeviceChooser::choose(line.device, line.waitSeconds);
     if (!device)
-        return ExitCode::NoDevice;
+        return DeviceChooser::exitCodeWithout();
 
-    ExportReport report;
-    if (!line.report.isNull()) {
-        // Found out now rather than after an hour of copying.
-        const QString problem = report.writeTo(line.report);
-        if (!problem.isEmpty()) {
-            Terminal::say(line.report + QStringLiteral(": ") + problem);
+    ExportSelection selection(*device);
+    Problems problems(*device, readersFor(line.wishes));
+    for (const Categories::Wish& wish : line.wishes) {
+        if (const Status added = selection.add(wish); !added) {
+            problems.sayNew(); // maybe that is why
+            Terminal::say(added.failure().text());
             return ExitCode::WrongUsage;
         }
     }
-    TrackDb* library = device->trackDb();
-    if (library)
-        (void)library->tracks(); // before any category is asked for
-    else
-        Terminal::say(tr("The device holds no media library."));
-    Selection selection(*device);
-    for (const QString& what : line.what) {
-        if (!selection.add(what))
-            return ExitCode::WrongUsage;
-    }
+    problems.sayNew();
     device->stopPreviews(); // nobody looks at them here
-
-    Config config = settings(line);
-    ExportJob job(device, config, host, report, Interrupt::requested());
-    selection.exportAll(job);
-
-    if (!line.report.isNull()) {
-        const QString problem = report.writeTo(line.report);
-        if (!problem.isEmpty()) {
-            Terminal::say(line.report + QStringLiteral(": ") + problem);
-            return ExitCode::SomeNotCopied;
-        }
-    }
-    if (!line.quiet)
-        summarize(report);
-    return exitCode(report);
+    if (line.dryRun)
+        return plan(line, *device, selection, problems);
+    return copy(line, device, selection, problems, host);
 }

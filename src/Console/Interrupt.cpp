@@ -26,6 +26,11 @@ void Interrupt::watch()
     }
 }
 
+void Interrupt::request()
+{
+    stopRequested = true;
+}
+
 const std::atomic<bool>& Interrupt::requested()
 {
     return stopRequested;

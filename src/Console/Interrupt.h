@@ -7,5 +7,7 @@ namespace Interrupt
 {
 /// From now on an interrupt or a request to terminate sets `requested`.
 void watch();
+/// Asks to stop, as an interrupt does.
+void request();
 const std::atomic<bool>& requested();
 } // namespace Interrupt

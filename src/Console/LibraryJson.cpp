@@ -213,6 +213,16 @@ private:
     Numbering<Track> _items;
     Numbering<Playlist> _playlists;
 };
+QJsonArray problemList(const Device& device)
+{
+    QJsonArray list;
+    for (const auto& [reader, problem] : device.problems())
+        list.append(QJsonObject{{QStringLiteral("reader"), reader},
+                                {QStringLiteral("kind"), problem.kindName()},
+                                {QStringLiteral("words"), problem.words},
+                                {QStringLiteral("exact"), textOrNull(problem.exact)}});
+    return list;
+}
 } // namespace
 
 void LibraryJson::write(Device& device, const Sink& sink)
@@ -232,7 +242,8 @@ void LibraryJson::write(Device& device, const Sink& sink)
     PhotoJson::writePhotoDb(device, sink);
     sink(",\n\"cameraRollDb\":");
     PhotoJson::writeCameraRollDb(device, sink);
-    sink("}\n");
+    // Last: problems come while readers read.
+    sink(",\n\"problems\":" + compact(problemList(device)) + "}\n");
 }
 
 QByteArray LibraryJson::devices(const Device::Devices& devices)

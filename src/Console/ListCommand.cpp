@@ -1,94 +1,68 @@
-#include "Base/Utility.h"
 #include "Console/Categories.h"
 #include "Console/Commands.h"
 #include "Console/DeviceChooser.h"
-#include "Console/PhotoListing.h"
+#include "Console/InterruptibleReading.h"
+#include "Console/Listing.h"
+#include "Console/Problems.h"
 #include "Console/Terminal.h"
-#include "Device/TrackDb.h"
-#include "Device/VoiceMemoDb.h"
+#include "Device/SectionItems.h"
 
 #include <QCoreApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <utility>
+#include <vector>
 
 namespace
 {
-constexpr int TitleWidth = 36;
-constexpr int ArtistWidth = 26;
-constexpr int AlbumWidth = 28;
 constexpr int CategoryWidth = 14;
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("ListCommand", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(ListCommand)
+};
 
-void printRow(const QString& title, const QString& artist, const QString& album,
-              const QString& last)
-{
-    Terminal::print(Terminal::field(title, TitleWidth) + Terminal::field(artist, ArtistWidth) +
-                    Terminal::field(album, AlbumWidth) + last + u'\n');
-}
+/// Sections that a device has a place for, with what stands in them.
+using Holdings = std::vector<std::pair<Section, SectionItems>>;
 
-void printTracks(const std::vector<Track*>& tracks)
+Holdings holdings(Device& device, std::optional<Section> only)
 {
-    printRow(tr("Title"), tr("Artist"), tr("Album"), tr("Duration"));
-    for (const Track* track : tracks)
-        printRow(track->title, track->artist, track->album,
-                 Utility::intervalToString(track->duration));
-}
-
-void printPlaylists(const std::vector<Playlist*>& playlists)
-{
-    for (const Playlist* playlist : playlists)
-        Terminal::print(QStringLiteral("%1%2\n")
-                            .arg(Terminal::field(playlist->name, TitleWidth))
-                            .arg(playlist->tracks.size()));
-}
-
-void printCount(const QString& category, std::size_t count)
-{
-    Terminal::print(QStringLiteral("%1%2\n").arg(category.leftJustified(CategoryWidth)).arg(count));
-}
-
-void printLibraryCounts(TrackDb& library)
-{
-    for (const Section section : Categories::ofLibrary())
-        printCount(Sections::key(section),
-                   library.category(section).tracks(CategoryIndex::AllKey).size());
-    printCount(QStringLiteral("playlists"), library.playlists().size());
-}
-
-void sayThereAreNone(const QString& category)
-{
-    Terminal::say(tr("The device has no %1.").arg(category));
-}
-
-void printLibraryCategory(TrackDb& library, const QString& category)
-{
-    if (category == u"playlists") {
-        printPlaylists(library.playlists());
-        return;
+    Holdings all;
+    for (const SectionFacts& one : Sections::all()) {
+        if (only && *only != one.section)
+            continue;
+        if (std::optional<SectionItems> items = SectionItems::of(device, one.section))
+            all.emplace_back(one.section, std::move(*items));
     }
-    const std::optional<Section> section = Sections::withKey(category);
-    if (section && Sections::facts(*section).inLibraryIndex)
-        printTracks(library.category(*section).tracks(CategoryIndex::AllKey));
-    else
-        sayThereAreNone(category);
+    return all;
 }
 
-void printVoiceMemos(VoiceMemoDb* recordings)
+void printCounts(const Holdings& all)
 {
-    if (recordings)
-        printTracks(recordings->memos());
-    else
-        sayThereAreNone(Sections::key(Section::VoiceMemos));
+    for (const auto& [section, items] : all)
+        Terminal::print(QStringLiteral("%1%2\n")
+                            .arg(Sections::key(section).leftJustified(CategoryWidth))
+                            .arg(items.count()));
 }
 
-void printCounts(TrackDb* library, VoiceMemoDb* recordings)
+void printJson(const Holdings& all)
 {
-    if (library)
-        printLibraryCounts(*library);
-    if (recordings)
-        printCount(Sections::key(Section::VoiceMemos), recordings->memos().size());
+    QJsonArray list;
+    for (const auto& [section, items] : all)
+        list.append(QJsonObject{{QStringLiteral("category"), Sections::key(section)},
+                                {QStringLiteral("here"), qint64(items.count())},
+                                {QStringLiteral("cloud"), 0},
+                                {QStringLiteral("notUnderstood"), 0}});
+    Terminal::printJson(QJsonDocument(list).toJson());
+}
+
+void sayThatThereIsNothing(Device& device, std::optional<Section> category)
+{
+    const bool isOfLibrary = !category || *category <= Section::Playlists;
+    Terminal::say(isOfLibrary && !device.trackDb()
+                      ? Words::tr("The device holds no media library.")
+                      : Words::tr("The device has no %1.").arg(Sections::key(*category)));
 }
 } // namespace
 
@@ -96,24 +70,21 @@ int Commands::list(const CommandLine& line)
 {
     const std::shared_ptr<Device> device = DeviceChooser::choose(line.device, line.waitSeconds);
     if (!device)
-        return ExitCode::NoDevice;
-    if (!line.category.isNull() && PhotoListing::print(*device, line.category))
-        return ExitCode::Done;
-    TrackDb* library = device->trackDb();
-    if (library)
-        (void)library->tracks(); // before any category is asked for
-    VoiceMemoDb* recordings = device->voiceMemoDb();
-    const auto photos = PhotoListing::counts(*device);
-    if (line.category == Sections::key(Section::VoiceMemos)) {
-        printVoiceMemos(recordings);
-    } else if (line.category.isNull() && (library || recordings || !photos.empty())) {
-        printCounts(library, recordings);
-        for (const auto& [name, count] : photos)
-            printCount(name, count);
-    } else if (!library) {
-        Terminal::say(tr("The device holds no media library."));
-    } else {
-        printLibraryCategory(*library, line.category);
-    }
-    return ExitCode::Done;
+        return DeviceChooser::exitCodeWithout();
+    const InterruptibleReading reading;
+    const Holdings all = holdings(*device, line.category);
+    if (all.empty())
+        sayThatThereIsNothing(*device, line.category);
+    if (line.json)
+        printJson(all);
+    else if (!line.category)
+        printCounts(all);
+    else if (!all.empty())
+        Listing::print(*line.category, all.front().second);
+
+    const Categories::Wish everything;
+    Problems problems(*device,
+                      line.category ? Categories::readersOf(*line.category) : everything.readers());
+    problems.sayNew();
+    return problems.count() == 0 ? ExitCode::Done : ExitCode::SomeNotCopied;
 }

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "Base/Expected.h"
+
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QFile>
 #include <QString>
 
@@ -19,7 +22,8 @@ struct ExportItem {
         Missing,    ///< the device has no such file
         Incomplete, ///< fewer or other bytes than the device reports
         Failed,     ///< could not be written
-        Stopped     ///< the person stopped the export before the item was done
+        Stopped,    ///< the person stopped the export before the item was done
+        Planned     ///< would be copied; nothing was
     };
 
     Kind kind = Kind::Track;
@@ -43,13 +47,39 @@ struct ExportItem {
     static QString resultName(Result result);
 };
 
+/// A file that takes lines one by one, each at once.
+class ReportFile
+{
+public:
+    /// Does not touch what the file holds.
+    Status open(const QString& path);
+    void write(const QByteArray& line);
+    /// Ends it: whether all lines arrived.
+    Status close();
+
+private:
+    Status flush();
+
+    QFile _file;
+    bool _isEmptied = false;
+};
+
 /// The account of an export, item by item, in order. It is written to the file "export.log" of
 /// the log folder as it grows, so it is there even after a crash. One thread at a time.
 class ExportReport
 {
+    Q_DECLARE_TR_FUNCTIONS(ExportReport)
+
 public:
     /// An empty report; the log of the export before stays until the first item.
     ExportReport();
+
+    /// Has every line go to `path` as well, as soon as there is one, so that what is known is
+    /// there even when the program is ended. What the file holds is dropped with the first line,
+    /// or at the end. A pipe or a device such as /dev/stdout will do.
+    Status follow(const QString& path);
+    /// Ends that: whether all lines arrived.
+    Status endFollowing();
 
     void add(ExportItem item);
     [[nodiscard]] const std::vector<ExportItem>& items() const { return _items; }
@@ -69,4 +99,5 @@ private:
     std::size_t _notCopiedCount = 0;
     std::size_t _handOverCount = 0;
     QFile _log;
+    ReportFile _followed;
 };

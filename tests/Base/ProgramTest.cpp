@@ -24,5 +24,6 @@ TEST(ProgramTest, HasTheVersionOfTheBuildAndOfThePapersThatComeWithIt)
     };
     EXPECT_EQ(Program::version(),
               firstIn("io.zell.Transfer.metainfo.xml", "<release version=\"([^\"]+)\""));
+    EXPECT_EQ(Program::version(), firstIn("zell-transfer.1", "Transfer ([0-9.]+)\""));
     EXPECT_EQ(Program::version(), firstIn("zell-transfer-cli.1", "Transfer ([0-9.]+)\""));
 }

@@ -137,6 +137,15 @@ TEST_F(ClashQuestion, EndsTheExportWhenGivenUp)
     EXPECT_EQ(results().count("stopped"), 5);
 }
 
+TEST_F(ClashQuestion, EndsTheWholeCommandWhenGivenUp)
+{
+    const TerminalRun run(command() + QStringList({"ringtones", "photos"}), {"a"});
+    EXPECT_EQ(run.exitCode, 130);
+    EXPECT_EQ(run.questions(), 1);
+    EXPECT_EQ(results().count("stopped"), 6 + 8 + 12);
+    EXPECT_FALSE(QFileInfo::exists(path("out/Ringtones")));
+}
+
 TEST_F(ClashQuestion, TakesAnInterruptForAnAnswer)
 {
     const TerminalRun run(command(), {"\x03"}); // Ctrl-C, as a terminal sends it

@@ -29,9 +29,17 @@ INSTANTIATE_TEST_SUITE_P(
                     UsageCase{"UnknownOption", {"list", "--loud"}},
                     UsageCase{"UnknownCategory", {"list", "songs"}},
                     UsageCase{"NothingToExport", {"export"}},
-                    UsageCase{"UnknownWhat", {"export", "everything"}},
+                    UsageCase{"UnknownWhat", {"export", "songs"}},
                     UsageCase{"UnknownClashRule", {"export", "all", "--clash", "ask"}},
-                    UsageCase{"WaitForAWord", {"devices", "--wait", "long"}}),
+                    UsageCase{"EmptyDestination", {"export", "all", "--to", ""}},
+                    UsageCase{"EmptyReport", {"export", "all", "--report="}},
+                    UsageCase{"EmptyDevice", {"list", "--device", ""}},
+                    UsageCase{"EmptyPreviews", {"dump", "--previews", ""}},
+                    UsageCase{"EmptyCategory", {"list", ""}},
+                    UsageCase{"WaitForAWord", {"devices", "--wait", "long"}},
+                    UsageCase{"WaitForNoNumber", {"devices", "--wait", "nan"}},
+                    UsageCase{"WaitForNegativeTime", {"list", "--wait", "-1"}},
+                    UsageCase{"WaitForADay", {"list", "--wait", "86400"}}),
     [](const auto& c) { return std::string(c.param.name); });
 
 class Help : public testing::TestWithParam<UsageCase>
@@ -55,3 +63,57 @@ INSTANTIATE_TEST_SUITE_P(, Help,
                                          UsageCase{"List", {"list"}}, UsageCase{"Dump", {"dump"}},
                                          UsageCase{"Export", {"export"}}),
                          [](const auto& c) { return std::string(c.param.name); });
+
+struct ComplaintCase {
+    const char* name;
+    QStringList arguments;
+    QStringList said;
+};
+void PrintTo(const ComplaintCase& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
+class Complaint : public testing::TestWithParam<ComplaintCase>
+{
+};
+
+TEST_P(Complaint, NamesTheWordAndWhatThereIs)
+{
+    const ConsoleRun run(GetParam().arguments);
+    EXPECT_EQ(run.exitCode, 2);
+    for (const QString& text : GetParam().said)
+        EXPECT_TRUE(run.errors.contains(text))
+            << text.toStdString() << " in: " << run.errors.toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , Complaint,
+    testing::Values(
+        ComplaintCase{"Command", {"nonsense"}, {"\"nonsense\"", "devices, list, dump, export"}},
+        ComplaintCase{"CommandNearAnother", {"exprot", "all"}, {"Did you mean \"export\"?"}},
+        ComplaintCase{"NoCommand", {}, {"devices, list, dump, export"}},
+        ComplaintCase{"Option", {"list", "--foo"}, {"\"--foo\"", "--device", "--json"}},
+        ComplaintCase{"OptionOfNoCommand", {"--foo"}, {"\"--foo\"", "--version"}},
+        ComplaintCase{"OptionBeforeWhat", {"export", "--foo"}, {"\"--foo\"", "--clash"}},
+        ComplaintCase{"OptionWithAValue",
+                      {"export", "all", "--too=/tmp/x"},
+                      {"\"--too\"", "Did you mean \"--to\"?"}},
+        ComplaintCase{"Category", {"list", "vidoes"}, {"\"vidoes\"", "tvShows", "photos"}},
+        ComplaintCase{"CategoryNearAnother", {"list", "podcast"}, {"Did you mean \"podcasts\"?"}},
+        ComplaintCase{"What",
+                      {"export", "everythin"},
+                      {"Did you mean \"everything\"?", "media", "playlist=NAME"}},
+        ComplaintCase{"NoWhat", {"export"}, {"all", "media", "album=NAME"}},
+        ComplaintCase{"WordTooMany", {"list", "music", "movies"}, {"\"movies\""}},
+        ComplaintCase{"ControlCharacters", {"list", "\033[2J"}, {"\uFFFD[2J"}}),
+    [](const auto& c) { return std::string(c.param.name); });
+
+TEST(CommandHelp, NamesWhatItIsToBeGivenInWords)
+{
+    for (const char* command : {"devices", "list", "dump", "export"}) {
+        const QString help = ConsoleRun({QString::fromLatin1(command), "--help"}).text();
+        EXPECT_FALSE(help.contains("FLOAT")) << help.toStdString();
+        EXPECT_FALSE(help.contains("TEXT")) << help.toStdString();
+    }
+}

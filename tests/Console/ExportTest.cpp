@@ -82,7 +82,7 @@ TEST_F(ExportCommand, ShowsALineForEachItemWithoutATerminal)
 {
     const ConsoleRun run = exported({"movies"});
     EXPECT_TRUE(run.errors.contains("[1/6] copied: The Long Summer, Reel 1\n"));
-    EXPECT_TRUE(run.errors.endsWith("6 copied\n"));
+    EXPECT_TRUE(run.errors.contains("\n6 copied\n"));
     EXPECT_EQ(exported({"movies", "--quiet"}).errors, "");
 }
 
@@ -175,9 +175,48 @@ TEST_F(ExportCommand, NamesEachItemThatWasNotCopied)
     QFile::remove(deviceFile(0));
     const ConsoleRun run = exported({"music", "--quiet"});
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(run.errors, "missing: First Ferry (No such file or directory)\n");
+    EXPECT_TRUE(run.errors.startsWith("missing: First Ferry (No such file or directory)\n"));
     EXPECT_EQ(count(report(), "missing"), 1);
     checkCopies();
+}
+
+TEST_F(ExportCommand, EndsWithASumThatNamesDestinationAndReport)
+{
+    const ConsoleRun well = exported({"movies"});
+    EXPECT_TRUE(well.errors.contains("destination: " + path("out") + "\n"));
+    EXPECT_TRUE(well.errors.contains("report: " + path("report") + "\n"));
+    for (const int number : {0, 1, 2})
+        QFile::remove(deviceFile(number));
+    const ConsoleRun ill = exported({"music", "--quiet"});
+    EXPECT_TRUE(ill.errors.contains("\n166 copied, 3 missing\n")) << ill.errors.toStdString();
+    EXPECT_TRUE(ill.errors.contains("3 items not copied: No such file or directory\n") ||
+                ill.errors.contains("3 item(s) not copied: No such file or directory\n"));
+    EXPECT_TRUE(ill.errors.contains("destination: " + path("out") + "\n"));
+    EXPECT_TRUE(ill.errors.contains("report: " + path("report") + "\n"));
+}
+
+TEST_F(ExportCommand, NamesTheLogWhereNoReportIsAskedFor)
+{
+    const ConsoleRun run({"export", "--device", path("player"), "movies"});
+    EXPECT_TRUE(run.errors.contains("export.log\n"));
+    EXPECT_TRUE(run.errors.contains("destination: " + QDir::homePath()));
+}
+
+TEST_F(ExportCommand, TakesWordsHoweverTheyAreWritten)
+{
+    EXPECT_EQ(exported({"TV Shows", "RINGTONES", "Audio-Books"}).exitCode, 0);
+    EXPECT_EQ(report().size(), 10U + 8U + 16U);
+    EXPECT_EQ(exported({"Everything", "--clash", "skip"}).exitCode, 0);
+    EXPECT_EQ(report().size(), SamplePlayer::library().tracks.size() + SamplePhotos::PhotoCount);
+}
+
+TEST_F(ExportCommand, ResolvesAHomeFolderInAPath)
+{
+    const ConsoleRun run(
+        {"export", "--device", path("player"), "--to=~/Rescued", "--report=~/report", "movies"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(QFileInfo(QDir::homePath() + "/Rescued/Movies").isDir());
+    EXPECT_EQ(readReport(QDir::homePath() + "/report").size(), 6U);
 }
 
 TEST_F(ExportCommand, CopiesAnEmptyFile)
@@ -203,7 +242,10 @@ TEST_F(ExportCommand, TakesARelativeDestination)
 TEST_F(ExportCommand, ReportsAFileInThePlaceOfAFolder)
 {
     Files::write(path("out/Movies"), "mine");
-    EXPECT_EQ(exported({"movies"}).exitCode, 1);
+    const ConsoleRun run = exported({"movies"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.errors.count(path("out/Movies") + ": Not a directory"), 1);
+    EXPECT_FALSE(run.errors.contains("The Long Summer")); // once, and not of each item
     EXPECT_EQ(count(report(), "failed"), 6);
     EXPECT_EQ(report()[0]["why"].toString(), "Not a directory");
     EXPECT_EQ(Files::read(path("out/Movies")), "mine");
@@ -241,6 +283,77 @@ TEST_F(ExportCommand, ChecksTheReportBeforeItCopies)
     EXPECT_FALSE(QFileInfo::exists(path("out")));
 }
 
+TEST_F(ExportCommand, WritesNoReportOntoThePlayer)
+{
+    QDir(path("player")).mkdir("inside");
+    ASSERT_TRUE(QFile::link(path("player/inside"), path("shortcut")));
+    for (const char* place : {"player/report", "player/inside/report", "shortcut/report"}) {
+        const ConsoleRun run({"export", "--device", path("player"), "--to", path("out"), "--report",
+                              path(place), "movies"});
+        EXPECT_EQ(run.exitCode, 2) << place;
+        EXPECT_FALSE(QFileInfo::exists(path(place))) << place;
+    }
+    EXPECT_EQ(
+        ConsoleRun({"dump", "--device", path("player"), "--previews", path("player/p")}).exitCode,
+        2);
+    EXPECT_FALSE(QFileInfo::exists(path("player/p")));
+}
+
+TEST_F(ExportCommand, LeavesTheLastReportUntilThereIsSomethingToSay)
+{
+    Files::write(path("report"), "before\n");
+    EXPECT_EQ(exported({"playlist=Nowhere"}).exitCode, 2);
+    EXPECT_EQ(Files::read(path("report")), "before\n");
+    EXPECT_EQ(exported({"playlist=Still Empty"}).exitCode, 0);
+    EXPECT_EQ(Files::read(path("report")), "");
+}
+
+TEST_F(ExportCommand, SaysThatTheReportFoundNoRoom)
+{
+    PrivateMounts::enter();
+    QDir().mkpath(path("small"));
+    const auto disk = PrivateMounts::Mount::memory(path("small"), 8192);
+    const QString small = path("small/report");
+    const ConsoleRun run({"export", "--device", path("player"), "--to", path("out"), "--report",
+                          small, "music", "--quiet"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.errors.contains(small));
+    EXPECT_TRUE(run.errors.contains("No space left on device"));
+    EXPECT_GT(QFileInfo(small).size(), 0); // what fits is there
+}
+
+TEST_F(ExportCommand, HasWrittenItsReportWhenItIsKilled)
+{
+    // Long enough to be killed in, without filling a disk.
+    QFile file(deviceFile(5));
+    ASSERT_TRUE(file.resize(qint64(4) << 30));
+    QProcess process;
+    process.setReadChannel(QProcess::StandardError);
+    process.start(ConsoleRun::program(), command({"music"}));
+    QByteArray errors;
+    while (!errors.contains("[5/")) {
+        ASSERT_TRUE(process.waitForReadyRead(30000));
+        errors += process.readAllStandardError();
+    }
+    process.kill();
+    ASSERT_TRUE(process.waitForFinished(30000));
+    const std::vector<QJsonObject> items = report();
+    ASSERT_GE(items.size(), 5U);
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(items[std::size_t(i)]["result"].toString(), "copied");
+}
+
+TEST_F(ExportCommand, WritesItsReportIntoAPipe)
+{
+    QProcess shell;
+    shell.start("sh",
+                {"-c", "\"$@\" --quiet | wc -l", "sh", ConsoleRun::program(), "export", "--device",
+                 path("player"), "--to", path("out"), "--report", "/dev/stdout", "movies"});
+    ASSERT_TRUE(shell.waitForFinished(30000));
+    EXPECT_EQ(shell.readAllStandardOutput().trimmed(), "6");
+    EXPECT_EQ(shell.readAllStandardError(), "");
+}
+
 TEST_F(ExportCommand, EndsAtTheNextChunkWhenInterrupted)
 {
     // Long enough for the interrupt to arrive, without filling a disk.
@@ -250,7 +363,7 @@ TEST_F(ExportCommand, EndsAtTheNextChunkWhenInterrupted)
     }
     QProcess process;
     process.setReadChannel(QProcess::StandardError);
-    process.start(ConsoleRun::program(), command({"music"}));
+    process.start(ConsoleRun::program(), command({"music", "playlists", "photos"}));
     // The first large file is under way once the one before it is done.
     QByteArray errors;
     while (!errors.contains("[3/")) {
@@ -261,10 +374,11 @@ TEST_F(ExportCommand, EndsAtTheNextChunkWhenInterrupted)
     ASSERT_TRUE(process.waitForFinished(30000));
     EXPECT_EQ(process.exitCode(), 130);
     const std::vector<QJsonObject> items = report();
-    ASSERT_EQ(items.size(), 169U);
+    // The parts that were not begun are in it as well.
+    ASSERT_EQ(items.size(), 169U + 55U + SamplePhotos::PhotoCount);
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ(items[std::size_t(i)]["result"].toString(), "copied");
-    EXPECT_EQ(count(items, "stopped"), 166);
+    EXPECT_EQ(count(items, "stopped"), int(items.size()) - 3);
     EXPECT_EQ(items[3]["bytes"].toInteger() % (1 << 20), 0);
 }
 

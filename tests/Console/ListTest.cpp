@@ -32,6 +32,40 @@ TEST_F(ListCommand, CountsEachCategory)
               "playlists 6 photos 12");
 }
 
+TEST_F(ListCommand, CountsInJson)
+{
+    const ConsoleRun run = list({"--json"});
+    EXPECT_EQ(run.exitCode, 0);
+    const QJsonArray all = QJsonDocument::fromJson(run.output).array();
+    ASSERT_EQ(all.size(), 9);
+    EXPECT_EQ(
+        all[0].toObject(),
+        QJsonObject({{"category", "music"}, {"here", 169}, {"cloud", 0}, {"notUnderstood", 0}}));
+    EXPECT_EQ(all[8].toObject()["category"].toString(), "photos");
+    const QJsonArray one = QJsonDocument::fromJson(list({"--json", "movies"}).output).array();
+    ASSERT_EQ(one.size(), 1);
+    EXPECT_EQ(one[0].toObject()["here"].toInt(), 6);
+}
+
+TEST_F(ListCommand, TakesACategoryHoweverItIsWritten)
+{
+    const QByteArray shows = list({"tvShows"}).output;
+    for (const char* word : {"TV Shows", "tv-shows", "TVSHOWS", "tv_shows"})
+        EXPECT_EQ(list({word}).output, shows) << word;
+}
+
+TEST_F(ListCommand, EndsQuietlyWhenNobodyReadsOn)
+{
+    for (const char* reader : {"head -1", "true"}) {
+        QProcess shell;
+        shell.start("bash", {"-c", QString("\"$@\" | %1; exit ${PIPESTATUS[0]}").arg(reader), "sh",
+                             ConsoleRun::program(), "dump", "--device", folder()});
+        ASSERT_TRUE(shell.waitForFinished(30000));
+        EXPECT_EQ(shell.exitCode(), 0);
+        EXPECT_EQ(shell.readAllStandardError(), "");
+    }
+}
+
 TEST_F(ListCommand, ShowsTheItemsOfACategory)
 {
     const ConsoleRun run = list({"movies"});

@@ -2,6 +2,7 @@
 
 #include "Base/Utility.h"
 #include "support/Files.h"
+#include "support/PrivateMounts.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -87,4 +88,83 @@ TEST(ExportReportTest, SaysWhyItCannotBeWritten)
 {
     const QTemporaryDir folder;
     EXPECT_NE(ExportReport().writeTo(folder.filePath("no/folder/report")), "");
+}
+
+namespace
+{
+/// A disk in memory with room for a file, but not for much in it.
+class SmallDisk : public testing::Test
+{
+protected:
+    SmallDisk()
+    {
+        PrivateMounts::enter();
+        _disk = PrivateMounts::Mount::memory(_folder.filePath("disk"), 8192);
+    }
+
+    QString path() const { return _folder.filePath("disk/report"); }
+    static void fill(ExportReport& report)
+    {
+        for (int i = 0; i < 1000; ++i)
+            report.add(item(QString("Item %1").arg(i), Result::Copied));
+    }
+
+private:
+    QTemporaryDir _folder;
+    std::unique_ptr<PrivateMounts::Mount> _disk;
+};
+} // namespace
+
+TEST_F(SmallDisk, IsSaidToBeFullByAReportThatIsSaved)
+{
+    ExportReport report;
+    fill(report);
+    EXPECT_TRUE(report.writeTo(path()).contains("No space left on device"));
+    EXPECT_FALSE(QFileInfo::exists(path())); // rather than a part of it, or nothing
+}
+
+TEST_F(SmallDisk, IsSaidToBeFullByAReportThatIsFollowed)
+{
+    ExportReport report;
+    ASSERT_TRUE(report.follow(path()));
+    fill(report);
+    const Status end = report.endFollowing();
+    ASSERT_FALSE(end);
+    EXPECT_EQ(end.failure().kind, Failure::Kind::Unwritable);
+    EXPECT_EQ(end.failure().exact, "No space left on device");
+    EXPECT_TRUE(Files::read(path()).startsWith(item("Item 0", Result::Copied).toJson() + '\n'));
+}
+
+TEST_F(SmallDisk, HoldsAReportThatFits)
+{
+    ExportReport report;
+    ASSERT_TRUE(report.follow(path()));
+    report.add(item("One", Result::Copied));
+    EXPECT_EQ(Files::read(path()), report.items()[0].toJson() + '\n'); // at once
+    report.add(item("Two", Result::Failed));
+    EXPECT_TRUE(report.endFollowing());
+    EXPECT_EQ(report.writeTo(path() + '2'), "");
+    EXPECT_EQ(Files::read(path()), Files::read(path() + '2'));
+}
+
+TEST(ExportReportTest, LeavesAFollowedFileUntilTheFirstItemOrTheEnd)
+{
+    const QTemporaryDir folder;
+    Files::write(folder.filePath("report"), "before, and longer than any line of the new one");
+    ExportReport report;
+    ASSERT_TRUE(report.follow(folder.filePath("report")));
+    EXPECT_TRUE(Files::read(folder.filePath("report")).startsWith("before"));
+    EXPECT_TRUE(report.endFollowing());
+    EXPECT_EQ(Files::read(folder.filePath("report")), "");
+}
+
+TEST(ExportReportTest, SaysWhyItCannotFollow)
+{
+    const QTemporaryDir folder;
+    ExportReport report;
+    const Status status = report.follow(folder.filePath("no/folder/report"));
+    ASSERT_FALSE(status);
+    EXPECT_EQ(status.failure().exact, "No such file or directory");
+    report.add(item("One", Result::Copied)); // goes on without
+    EXPECT_TRUE(report.endFollowing());
 }

@@ -19,6 +19,8 @@ QString outcome(ExportItem::Result result)
         return ReportModel::tr("Could not be copied");
     case ExportItem::Result::Stopped:
         return ReportModel::tr("Stopped");
+    case ExportItem::Result::Planned:
+        return ReportModel::tr("Planned");
     }
     return {};
 }
