@@ -4,7 +4,7 @@
 #include "Console/Interrupt.h"
 #include "Console/Terminal.h"
 #include "Device/DeviceDelegate.h"
-#include "Device/iPhone/iPhoneDevice.h"
+#include "Device/iPhone/PhoneDevice.h"
 #include "Device/iPod/iPodDevice.h"
 #include "Platform/MobileDevice.h"
 
@@ -52,7 +52,7 @@ public:
                 phones.clear();
             _phones = std::move(phones);
         }
-        return !iPhoneDevice::hasHeardOf(_phones);
+        return !PhoneDevice::hasHeardOf(_phones);
     }
 
 private:

@@ -6,6 +6,7 @@
 #include "Console/Terminal.h"
 #include "Device/Device.h"
 #include "Device/TemporaryCopy.h"
+#include "Device/iPhone/PhoneDevice.h"
 #include "Platform/PatientThread.h"
 
 #include <QCoreApplication>
@@ -77,6 +78,7 @@ int run(int argc, char** argv)
         return exitCode;
 
     Interrupt::watch();
+    PhoneDevice::setInterrupt(Interrupt::requested());
     Fault::setHandler(sayFault); // a preview that fails ends nothing but itself
     TemporaryCopy::removeLeftovers();
     Fault::guard([&] { exitCode = perform(*line); });

@@ -22,7 +22,13 @@ public:
     /// A device is there and cannot be used: what a person can do about it, and the exact text of
     /// the failure. On the same thread.
     virtual void deviceFailed(const QString& words, const QString& exactText);
+    /// One that could not be used has left: what was said of it is true no longer. On the same
+    /// thread.
+    virtual void unusableDeviceLeft();
     /// A chunk was read and is about to be written: `progress` is the item's index plus the
     /// fraction of it that is copied. False stops the copy. On the thread that copies.
     virtual bool exported(double progress);
+    /// The device lets a copy wait: asked about twice a second, with the progress of the last
+    /// chunk. False stops the copy. On the thread that copies; asks `exported` unless overridden.
+    virtual bool waited(double progress);
 };

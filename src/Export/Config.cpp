@@ -50,16 +50,51 @@ void Config::load()
     _copyRule = settings.value(CopyRuleKey).toInt();
     _hideBrowser = settings.value(HideBrowserKey).toBool();
     _checkVersion = settings.value(CheckVersionKey, true).toBool();
+    _changed.clear();
 }
 
-void Config::save() const
+Status Config::save()
 {
     QSettings settings = store();
+    const auto write = [&](const QString& key, const QVariant& value) {
+        if (_changed.contains(key) || !settings.contains(key))
+            settings.setValue(key, value);
+    };
     for (const SectionFacts& one : Sections::all())
-        settings.setValue(QLatin1String(one.settingsKey), folderPath(one.section));
-    settings.setValue(CopyRuleKey, _copyRule);
-    settings.setValue(HideBrowserKey, _hideBrowser);
-    settings.setValue(CheckVersionKey, _checkVersion);
+        write(QLatin1String(one.settingsKey), folderPath(one.section));
+    write(CopyRuleKey, _copyRule);
+    write(HideBrowserKey, _hideBrowser);
+    write(CheckVersionKey, _checkVersion);
+    settings.sync();
+    if (settings.status() != QSettings::NoError)
+        return Failure{Failure::Kind::Unwritable, tr("The settings could not be saved"),
+                       settings.fileName()};
+    _changed.clear();
+    return {};
+}
+
+template <typename Value>
+void Config::change(Value& setting, const Value& value, const QString& key)
+{
+    if (setting == value)
+        return;
+    setting = value;
+    _changed.insert(key);
+}
+
+void Config::setCopyRule(int rule)
+{
+    change(_copyRule, rule, CopyRuleKey);
+}
+
+void Config::setHideBrowser(bool hide)
+{
+    change(_hideBrowser, hide, HideBrowserKey);
+}
+
+void Config::setCheckVersion(bool check)
+{
+    change(_checkVersion, check, CheckVersionKey);
 }
 
 const QString& Config::folderPath(Section section) const
@@ -69,7 +104,8 @@ const QString& Config::folderPath(Section section) const
 
 void Config::setFolderPath(Section section, const QString& path)
 {
-    _folders.at(std::size_t(section)) = path;
+    change(_folders.at(std::size_t(section)), path,
+           QString::fromLatin1(Sections::facts(section).settingsKey));
 }
 
 QString Config::existingFolder(Section section) const

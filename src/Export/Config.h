@@ -1,16 +1,23 @@
 #pragma once
 
+#include "Base/Expected.h"
 #include "Device/Section.h"
 
+#include <QCoreApplication>
+#include <QSet>
 #include <QString>
 
 #include <array>
 
 /// The person's settings: a destination folder for each category, the rule for name clashes,
 /// whether the browser is hidden and whether new versions are asked for. Kept in a per-user file.
-/// Changed on the window's thread, and only while no export runs.
+///
+/// The one that the program shares is changed and saved on the window's thread alone. A job works
+/// with a copy, which is never saved: it would bring back what the person has changed since.
 class Config
 {
+    Q_DECLARE_TR_FUNCTIONS(Config)
+
 public:
     /// The settings that the program shares; loaded at the first call.
     static Config& instance();
@@ -18,8 +25,9 @@ public:
     Config();
     /// Reads the store. A missing value, or one of the wrong type, gives the default.
     void load();
-    /// Writes every setting to the store.
-    void save() const;
+    /// Writes to the store what was changed since the last time, and what it does not have yet;
+    /// whatever else another program has written there stays. Says why when it cannot.
+    Status save();
 
     /// The folder as it is set, without a look at the disk.
     [[nodiscard]] const QString& folderPath(Section section) const;
@@ -29,16 +37,20 @@ public:
 
     /// A CopyRule, or a number that counts as overwriting.
     [[nodiscard]] int copyRule() const { return _copyRule; }
-    void setCopyRule(int rule) { _copyRule = rule; }
+    void setCopyRule(int rule);
     [[nodiscard]] bool hideBrowser() const { return _hideBrowser; }
-    void setHideBrowser(bool hide) { _hideBrowser = hide; }
+    void setHideBrowser(bool hide);
     /// Whether the program asks for a new version at its start.
     [[nodiscard]] bool checkVersion() const { return _checkVersion; }
-    void setCheckVersion(bool check) { _checkVersion = check; }
+    void setCheckVersion(bool check);
 
 private:
+    template <typename Value>
+    void change(Value& setting, const Value& value, const QString& key);
+
     std::array<QString, Sections::Count> _folders;
     int _copyRule = 0;
     bool _hideBrowser = false;
     bool _checkVersion = true;
+    QSet<QString> _changed; ///< keys of what differs from the store
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Base/Failure.h"
 #include "Export/ClashRule.h"
 #include "Export/ExportReport.h"
 
@@ -26,6 +27,11 @@ public:
     virtual void showProgress(const QString& text, double progress) = 0;
     /// An item is dealt with, in whatever way.
     virtual void showItem(const ExportItem& item) = 0;
+    /// The items from now on count from here: a job of several parts comes to its next one. The
+    /// chunks of their copies, which the device's delegate hears of, count from 0 in each part.
+    virtual void showPart(int /*before*/) {}
+    /// A track that was to be played cannot be.
+    virtual void showNotPlayed(const QString& /*title*/, const Failure& /*why*/) {}
     /// The job is over; `alert` when the person is to be told by more than the status line.
     virtual void showFinish(bool canceled, bool alert) = 0;
 

@@ -1,5 +1,6 @@
 #include "Platform/MediaPlayer.h"
 
+#include "Base/FolderRemoval.h"
 #include "Base/PathName.h"
 #include "Base/Program.h"
 #include "Platform/MprisPlayer.h"
@@ -12,6 +13,8 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+
+#include <algorithm>
 
 namespace
 {
@@ -41,6 +44,7 @@ QString defaultPlayer(const QMimeType& type)
     }
     return {};
 }
+
 /// Playlists count as "audio" as well, but lead to any address.
 bool isListOfAddresses(const QMimeType& type)
 {
@@ -48,6 +52,24 @@ bool isListOfAddresses(const QMimeType& type)
         QStringLiteral("audio/x-mpegurl"), QStringLiteral("audio/x-scpls"),
         QStringLiteral("audio/x-ms-asx"), QStringLiteral("video/vnd.mpegurl")};
     return lists.contains(type.name()) || type.inherits(QStringLiteral("text/plain"));
+}
+
+bool isSoundOrFilm(const QMimeType& type)
+{
+    return (type.name().startsWith(u"audio/") || type.name().startsWith(u"video/")) &&
+           !isListOfAddresses(type);
+}
+
+/// Whether players alone have a use for bytes of this type.
+bool mayBePlayed(const QMimeType& content)
+{
+    // Wrappers of sound and film that are not told apart by their first bytes, and, last, what
+    // nothing is known of: a song may begin with anything.
+    static const QStringList others = {
+        QStringLiteral("application/ogg"), QStringLiteral("application/vnd.ms-asf"),
+        QStringLiteral("application/x-matroska"), QStringLiteral("application/vnd.rn-realmedia"),
+        QStringLiteral("application/octet-stream")};
+    return isSoundOrFilm(content) || others.contains(content.name());
 }
 } // namespace
 
@@ -65,7 +87,8 @@ QString MediaPlayer::privateCopyPath(const QString& fileName)
 
 void MediaPlayer::removeOldCopies()
 {
-    QDir(playingFolder()).removeRecursively();
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    (void)FolderRemoval::removeOwn(cache, {Program::briefName(), QStringLiteral("Playing")});
 }
 
 bool MediaPlayer::isPlayable(const QString& path)
@@ -75,20 +98,17 @@ bool MediaPlayer::isPlayable(const QString& path)
     QList<QMimeType> types = database.mimeTypesForFileName(path);
     if (types.isEmpty())
         types = {database.mimeTypeForFile(path)};
-    for (const QMimeType& type : types) {
-        const bool isMedia = type.name().startsWith(u"audio/") || type.name().startsWith(u"video/");
-        if (!isMedia || isListOfAddresses(type))
-            return false;
-    }
-    // A text under a name of music: no player has any use for it, other programs might.
-    return !database.mimeTypeForFile(path, QMimeDatabase::MatchContent)
-                .inherits(QStringLiteral("text/plain"));
+    return std::all_of(types.begin(), types.end(), isSoundOrFilm) &&
+           mayBePlayed(database.mimeTypeForFile(path, QMimeDatabase::MatchContent));
 }
 
-bool MediaPlayer::open(const QString& path, const std::function<bool()>& stop)
+Status MediaPlayer::open(const QString& path, const std::function<bool()>& stop)
 {
-    if (!isPlayable(path) || !Workspace::openFile(path))
-        return false;
+    if (!isPlayable(path))
+        return Failure{Failure::Kind::Refused, tr("It is neither sound nor film"), {}};
+    if (!Workspace::openFile(path))
+        return Failure{
+            Failure::Kind::Unreadable, tr("The desktop could not be asked to open it"), {}};
     MprisPlayer::play(path, defaultPlayer(QMimeDatabase().mimeTypeForFile(path)), stop);
-    return true;
+    return {};
 }

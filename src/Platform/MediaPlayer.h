@@ -1,5 +1,8 @@
 #pragma once
 
+#include "Base/Expected.h"
+
+#include <QCoreApplication>
 #include <QString>
 
 #include <functional>
@@ -8,18 +11,22 @@
 /// copy, because a player keeps them open.
 class MediaPlayer
 {
+    Q_DECLARE_TR_FUNCTIONS(MediaPlayer)
+
 public:
     /// Where to copy a file of this name to: in a new folder of this user alone. Null when none
     /// can be made.
     static QString privateCopyPath(const QString& fileName);
-    /// Removes the copies of earlier runs. Call it at start.
+    /// Removes the copies of earlier runs, but nothing through a link. Call it at start.
     static void removeOldCopies();
 
-    /// Whether a file is sound or film to the desktop. Names come from a device, and opening,
-    /// say, a desktop entry would run a program.
+    /// Whether a file is sound or film, by its name as the desktop sees it and by what it holds.
+    /// Both come from a device: opening, say, a desktop entry would run a program, and a document
+    /// under a name of music would come to a program that has nothing to do with music. What it
+    /// holds may also be binary data of no known kind, as many songs are.
     static bool isPlayable(const QString& path);
     /// Opens a file with the desktop's player for its type, and tells the player to play where
-    /// it listens to that. False for a file that is not playable, or when the desktop cannot be
+    /// it listens to that. Fails for a file that is not playable, or when the desktop cannot be
     /// asked. Blocks for some seconds, until `stop` answers true; not for the window's thread.
-    static bool open(const QString& path, const std::function<bool()>& stop);
+    static Status open(const QString& path, const std::function<bool()>& stop);
 };

@@ -8,7 +8,8 @@
 enum class Command {
     exportSelectedPlaylist,
     exportSelectedPhotoAlbum,
-    exportAllMedia,
+    exportEverything, ///< all that the device holds
+    exportAllMedia,   ///< the media library
     exportAllMusic,
     exportAllMovies,
     exportAllTVShows,

@@ -14,7 +14,7 @@ namespace
 constexpr int FewestLetters = 24;
 
 /// The device's own name; where its library gives none, what its owner may know it by.
-QString nameOf(Device& device)
+QString nameFor(Device& device)
 {
     const QString name = device.description();
     return name.isEmpty() ? PathName::lastComponent(device.key()) : name;
@@ -51,26 +51,36 @@ void DeviceBox::deviceConnected(const std::shared_ptr<Device>& device)
 void DeviceBox::append(const std::shared_ptr<Device>& device)
 {
     // The name first: a library that cannot be read must leave the list as it was.
-    const QString name = nameOf(*device);
+    const QString name = nameFor(*device);
     _devices.push_back(device);
     _cmbDevices->addItem(Icons::named(QStringLiteral("device")), name);
     // Deliberately the first and not the one that came.
     _cmbDevices->setCurrentIndex(0);
 }
 
-bool DeviceBox::deviceDisconnected(const Device& device)
+int DeviceBox::indexOf(const Device& device) const
 {
     const auto found = std::find_if(_devices.begin(), _devices.end(), [&](const auto& known) {
         return known->key() == device.key();
     });
-    if (found == _devices.end())
+    return found == _devices.end() ? -1 : int(found - _devices.begin());
+}
+
+QString DeviceBox::nameOf(const Device& device) const
+{
+    return _cmbDevices->itemText(indexOf(device));
+}
+
+bool DeviceBox::deviceDisconnected(const Device& device)
+{
+    const int index = indexOf(device);
+    if (index < 0)
         return false;
-    const int index = int(found - _devices.begin());
     if (index == _cmbDevices->currentIndex())
         _cmbDevices->setCurrentIndex(-1);
     // It stays alive until nobody shows it any more.
-    const std::shared_ptr<Device> leaving = *found;
-    _devices.erase(found);
+    const std::shared_ptr<Device> leaving = _devices[std::size_t(index)];
+    _devices.erase(_devices.begin() + index);
     {
         // The others move up; that is no choice of another device.
         const QSignalBlocker blocker(_cmbDevices);

@@ -22,6 +22,8 @@ public:
     /// Matches by key. False when no such device is listed; nothing changes then.
     bool deviceDisconnected(const Device& device);
 
+    /// What a listed device is called here; empty for any other.
+    [[nodiscard]] QString nameOf(const Device& device) const;
     /// Null without one.
     [[nodiscard]] const std::shared_ptr<Device>& currentDevice() const { return _currentDevice; }
 
@@ -32,6 +34,8 @@ Q_SIGNALS:
 private:
     void showCurrentDevice(int index);
     void append(const std::shared_ptr<Device>& device);
+    /// The place of a device with its key; -1 without one.
+    [[nodiscard]] int indexOf(const Device& device) const;
 
     QComboBox* _cmbDevices;
     std::vector<std::shared_ptr<Device>> _devices; ///< in the order of the box's items

@@ -10,8 +10,11 @@
 #include "Window/MainWindow.h"
 #include "Window/PhotoGrid.h"
 #include "Window/SourceList.h"
+#include "Window/StatusBar.h"
 #include "Window/TrackTable.h"
 
+#include <algorithm>
+#include <map>
 #include <optional>
 
 ExportCommands::ExportCommands(MainWindow& window, JobController& jobs)
@@ -25,8 +28,10 @@ const std::shared_ptr<Device>& ExportCommands::currentDevice() const
     return _window.devices().currentDevice();
 }
 
-void ExportCommands::exportOrStop()
+void ExportCommands::exportOrStop(Press press)
 {
+    if (press == Press::Key && _jobs.hasJustBegun())
+        return;
     if (_jobs.isExport()) {
         _jobs.requestStop();
         return;
@@ -34,56 +39,98 @@ void ExportCommands::exportOrStop()
     const std::optional<Section> section = _window.sources().selectedSection();
     if (!currentDevice() || !section)
         return;
-    if (Sections::facts(*section).view == SectionFacts::View::Photos)
+    switch (Sections::facts(*section).view) {
+    case SectionFacts::View::Photos:
         exportSelectedPhotos();
-    else
+        break;
+    case SectionFacts::View::Browser:
+    case SectionFacts::View::Tracks:
         exportCheckedTracks();
+        break;
+    }
 }
 
 bool ExportCommands::perform(Command command)
 {
-    switch (command) {
-    case Command::exportOrStop:
-        exportOrStop();
-        return true;
-    case Command::exportCheckedTracks:
-        exportCheckedTracks();
-        return true;
-    case Command::exportSelectedPhotos:
-        exportSelectedPhotos();
-        return true;
-    case Command::exportSelectedPlaylist:
-        exportSelectedPlaylist();
-        return true;
-    case Command::exportSelectedPhotoAlbum:
-        exportSelectedPhotoAlbum();
-        return true;
-    case Command::exportAllMedia:
-        if (currentDevice())
-            _jobs.exportTracks(currentDevice(), SectionItems::media(*currentDevice()).tracks);
-        return true;
-    default:
-        break;
-    }
-    const std::optional<Section> section = sectionOf(command);
-    if (section)
+    if (const std::optional<Section> section = sectionOf(command)) {
         exportAll(*section);
-    return section.has_value();
+        return true;
+    }
+    using Export = void (ExportCommands::*)();
+    static const std::map<Command, Export> exports = {
+        {Command::exportCheckedTracks, &ExportCommands::exportCheckedTracks},
+        {Command::exportSelectedPhotos, &ExportCommands::exportSelectedPhotos},
+        {Command::exportSelectedPlaylist, &ExportCommands::exportSelectedPlaylist},
+        {Command::exportSelectedPhotoAlbum, &ExportCommands::exportSelectedPhotoAlbum},
+        {Command::exportEverything, &ExportCommands::exportEverything},
+        {Command::exportAllMedia, &ExportCommands::exportMedia}};
+    const auto found = exports.find(command);
+    if (found == exports.end())
+        return false;
+    (this->*found->second)();
+    return true;
+}
+
+void ExportCommands::exportEverything()
+{
+    const std::shared_ptr<Device> device = currentDevice();
+    if (!device)
+        return;
+    std::vector<SectionItems> parts = SectionItems::everything(*device);
+    const bool isEmpty = std::all_of(parts.begin(), parts.end(),
+                                     [](const SectionItems& part) { return part.count() == 0; });
+    if (isEmpty)
+        sayThatThereIsNothing();
+    else
+        _jobs.exportParts(device, std::move(parts));
+}
+
+void ExportCommands::exportMedia()
+{
+    if (currentDevice())
+        exportTracks(SectionItems::media(*currentDevice()).tracks);
+}
+
+void ExportCommands::exportTracks(std::vector<Track*> tracks)
+{
+    if (tracks.empty())
+        sayThatThereIsNothing();
+    else
+        _jobs.exportTracks(currentDevice(), std::move(tracks));
+}
+
+void ExportCommands::exportPhotos(std::vector<Photo*> photos)
+{
+    if (photos.empty())
+        sayThatThereIsNothing();
+    else
+        _jobs.exportPhotos(currentDevice(), std::move(photos));
+}
+
+void ExportCommands::sayThatThereIsNothing()
+{
+    if (!_jobs.isBusy()) // its own line goes on
+        _window.status().setInfo(tr("There is nothing to export."));
 }
 
 void ExportCommands::exportAll(Section section)
 {
     const std::shared_ptr<Device> device = currentDevice();
-    const auto items = device ? SectionItems::of(*device, section) : std::nullopt;
-    if (!items)
+    auto items = device ? SectionItems::of(*device, section) : std::nullopt;
+    if (!device)
         return;
+    if (!items)
+        items.emplace();
     switch (section) {
     case Section::Playlists:
-        _jobs.exportPlaylists(device, items->playlists);
+        if (items->playlists.empty())
+            sayThatThereIsNothing();
+        else
+            _jobs.exportPlaylists(device, items->playlists);
         break;
     case Section::CameraRoll:
     case Section::Photos:
-        _jobs.exportPhotos(device, items->photos);
+        exportPhotos(std::move(items->photos));
         break;
     case Section::Music:
     case Section::Movies:
@@ -93,7 +140,7 @@ void ExportCommands::exportAll(Section section)
     case Section::Ringtones:
     case Section::Books:
     case Section::VoiceMemos:
-        _jobs.exportTracks(device, items->tracks);
+        exportTracks(std::move(items->tracks));
         break;
     }
 }
@@ -133,7 +180,7 @@ void ExportCommands::exportSelectedPlaylist()
 void ExportCommands::exportSelectedPhotoAlbum()
 {
     if (Album* album = _window.sources().selectedAlbum())
-        _jobs.exportPhotos(currentDevice(), album->photos);
+        exportPhotos(album->photos);
 }
 
 void ExportCommands::play()

@@ -2,9 +2,11 @@
 
 #include "Window/Commands.h"
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 class Device;
 class JobController;
@@ -14,13 +16,20 @@ class MainWindow;
 /// hands it to a job.
 class ExportCommands
 {
+    Q_DECLARE_TR_FUNCTIONS(ExportCommands)
+
 public:
     /// Both outlive the commands.
     ExportCommands(MainWindow& window, JobController& jobs);
 
+    enum class Press {
+        Key,  ///< or a menu
+        Mouse ///< on the button
+    };
     /// The Export button: stops a running job; else exports the selected photos where photos
-    /// show, and the checked tracks everywhere else.
-    void exportOrStop();
+    /// show, and the checked tracks everywhere else. A key that is pressed again in the moment in
+    /// which the export begins does not stop it.
+    void exportOrStop(Press press);
     /// Carries out any of the export commands; false for other commands.
     bool perform(Command command);
     /// The Play button: plays the first selected track.
@@ -35,6 +44,11 @@ private:
     /// Asks the device for the readers of this section and for no other: to ask for one may wait
     /// for a phone.
     void exportAll(Section section);
+    void exportEverything();
+    void exportMedia();
+    void exportTracks(std::vector<Track*> tracks);
+    void exportPhotos(std::vector<Photo*> photos);
+    void sayThatThereIsNothing();
     void alert(const QString& title, const QString& text);
 
     MainWindow& _window;

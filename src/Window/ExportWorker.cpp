@@ -50,10 +50,10 @@ void ExportWorker::requestStop()
 
 bool ExportWorker::exported(double progress)
 {
-    if (_toStop)
+    if (_toStop || _deviceGone)
         return false;
     // One letter at a time: a fast copy has far more chunks than anybody could look at.
-    _progress->value = progress;
+    _progress->value = _before + progress;
     if (!_progress->posted.exchange(true)) {
         _mailbox.post([shared = _progress, show = _showChunk] {
             shared->posted = false;
@@ -101,6 +101,16 @@ void ExportWorker::showProgress(const QString& text, double progress)
 void ExportWorker::showItem(const ExportItem& item)
 {
     _mailbox.post([item, &window = _window] { window.showItem(item); });
+}
+
+void ExportWorker::showPart(int before)
+{
+    _before = before;
+}
+
+void ExportWorker::showNotPlayed(const QString& title, const Failure& why)
+{
+    _mailbox.post([title, why, &window = _window] { window.showNotPlayed(title, why); });
 }
 
 void ExportWorker::showFinish(bool canceled, bool alert)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Base/Failure.h"
 #include "Export/Config.h"
 #include "Export/ExportHost.h"
 
@@ -29,6 +30,7 @@ public:
     virtual void showBegin(int count) = 0;
     virtual void showProgress(const QString& text, double progress) = 0;
     virtual void showItem(const ExportItem& item) = 0;
+    virtual void showNotPlayed(const QString& title, const Failure& why) = 0;
     virtual void showFinish(bool canceled, bool alert) = 0;
     virtual void askClash(const QString& path, const Reply<ClashAnswer>& reply) = 0;
     virtual void askForHandOver(const Reply<bool>& reply) = 0;
@@ -41,7 +43,7 @@ struct JobContext {
     std::shared_ptr<Device> device;
     Config& config; ///< the job's own copy of the settings
     ExportHost& host;
-    const std::atomic<bool>& toStop;
+    std::atomic<bool>& toStop; ///< set from outside, or by a job of several parts that is given up
 };
 
 /// Runs one job on a thread of its own and stands between it and the window: what the job tells
@@ -70,6 +72,9 @@ public:
 
     /// The job ends at its next chunk.
     void requestStop();
+    /// The device has gone: the copy under way ends at its next chunk, and the job finds out by
+    /// itself what that means for the items it has not reached.
+    void deviceHasGone() { _deviceGone = true; }
     [[nodiscard]] bool isStopRequested() const { return _toStop; }
     /// Called by the device's delegate, on the job's thread, for each chunk: false when the copy
     /// is to stop. Shows the progress on the window's thread, as often as that gets to it.
@@ -90,6 +95,8 @@ private:
     void showBegin(int count) override;
     void showProgress(const QString& text, double progress) override;
     void showItem(const ExportItem& item) override;
+    void showPart(int before) override;
+    void showNotPlayed(const QString& title, const Failure& why) override;
     void showFinish(bool canceled, bool alert) override;
     std::optional<ClashAnswer> askClash(const QString& path) override;
     std::optional<bool> askForHandOver() override;
@@ -102,7 +109,9 @@ private:
     ShowChunk _showChunk;
     std::shared_ptr<Progress> _progress = std::make_shared<Progress>();
     std::atomic<bool> _toStop = false;
-    bool _finishShown = false; ///< used by the thread alone
-    std::stop_source _ended;   ///< no answer is waited for any more
-    std::jthread _thread;      // last: it ends before what it uses goes
+    std::atomic<bool> _deviceGone = false;
+    std::atomic<int> _before = 0; ///< items of the parts of the job that are done
+    bool _finishShown = false;    ///< used by the thread alone
+    std::stop_source _ended;      ///< no answer is waited for any more
+    std::jthread _thread;         // last: it ends before what it uses goes
 };

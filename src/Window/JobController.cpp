@@ -3,15 +3,18 @@
 #include "Base/Program.h"
 #include "Device/Device.h"
 #include "Export/ExportJob.h"
+#include "Export/ExportParts.h"
 #include "Export/MusicHandOver.h"
 #include "Export/PlayJob.h"
 #include "Platform/Notifier.h"
 #include "Window/Dialogs/Alert.h"
 #include "Window/Dialogs/CopyRuleWindow.h"
 #include "Window/Dialogs/ExportModeWindow.h"
+#include "Window/Dialogs/FinishAlert.h"
 #include "Window/MainWindow.h"
 #include "Window/StatusBar.h"
 
+#include <QApplication>
 #include <QThread>
 
 namespace
@@ -58,6 +61,14 @@ void JobController::exportPhotos(const std::shared_ptr<Device>& device, std::vec
     });
 }
 
+void JobController::exportParts(const std::shared_ptr<Device>& device,
+                                std::vector<SectionItems> parts)
+{
+    startExport(device, [parts = std::move(parts)](const JobContext& job, ExportReport& report) {
+        ExportParts(job.device, job.config, job.host, report, job.toStop).run(parts);
+    });
+}
+
 void JobController::play(const std::shared_ptr<Device>& device, Track* track)
 {
     _isPlaying = true;
@@ -76,16 +87,17 @@ void JobController::startExport(const std::shared_ptr<Device>& device,
         return;
     }
     _isPlaying = false;
-    _pendingReport = std::make_unique<ExportReport>();
-    _handOver = std::make_unique<MusicHandOver>(*_pendingReport);
-    start(device, [body = std::move(body), report = _pendingReport.get()](const JobContext& job) {
+    _running = std::make_shared<ExportReport>();
+    _handOver = std::make_unique<MusicHandOver>(*_running);
+    start(device, [body = std::move(body), report = _running](const JobContext& job) {
         body(job, *report);
     });
 }
 
 void JobController::start(const std::shared_ptr<Device>& device, ExportWorker::Body body)
 {
-    _deviceGone = false;
+    _notPlayed.clear();
+    _whyGone = QString();
     _worker = std::make_unique<ExportWorker>(
         device, Config::instance(), static_cast<JobWindow&>(*this), _mailbox,
         [this](double progress) { showLevel(progress); },
@@ -93,11 +105,16 @@ void JobController::start(const std::shared_ptr<Device>& device, ExportWorker::B
             _copying = nullptr;
             _worker.reset();
             _handOver.reset();
-            _pendingReport.reset();
+            _running.reset();
             Q_EMIT idle();
         },
         std::move(body));
     _copying = _worker.get();
+}
+
+bool JobController::hasJustBegun() const
+{
+    return isBusy() && (!_isExport || _sinceBegin.elapsed() < QApplication::doubleClickInterval());
 }
 
 void JobController::requestStop()
@@ -110,8 +127,12 @@ void JobController::deviceDisconnected(const Device& device)
 {
     if (!_worker || _worker->device().get() != &device)
         return;
-    _deviceGone = true;
-    requestStop();
+    const std::optional<Failure> why = device.whyGone();
+    _whyGone = why ? why->words : tr("The device was disconnected");
+    if (why)
+        _worker->deviceHasGone();
+    else
+        requestStop(); // the job has no way to know
 }
 
 void JobController::stopForQuit()
@@ -131,14 +152,13 @@ bool JobController::exported(double progress)
 
 void JobController::showBegin(int count)
 {
-    if (_pendingReport)
-        _report = std::move(_pendingReport);
     _isExport = true;
     _count = count;
     _sinceBegin.start();
     StatusBar& status = _window.status();
     status.setExporting(true);
-    status.setFailureLine({});
+    if (!_isPlaying) // what the last export left undone is still so
+        status.setFailureLine({});
     status.setInfo(QStringLiteral("Begin export..."));
     status.showLevel(count);
     _notifier.keepAwake(tr("Media are being copied from a device"));
@@ -161,66 +181,97 @@ void JobController::showLevel(double progress)
 
 void JobController::showItem(const ExportItem& /*item*/) {}
 
+void JobController::showNotPlayed(const QString& title, const Failure& why)
+{
+    _notPlayed = tr("“%1” cannot be played: %2").arg(title, why.text());
+}
+
 void JobController::showFinish(bool canceled, bool alert)
 {
-    _isExport = false;
+    const bool hasBegun = std::exchange(_isExport, false);
     StatusBar& status = _window.status();
     status.setExporting(false);
     status.hideLevel();
     _notifier.hideProgress();
     _notifier.letSleep();
-    status.setInfo(canceled ? QStringLiteral("Export Canceled!")
-                            : QStringLiteral("Export Finished!"));
-    if (!_isPlaying)
+    QString info =
+        canceled ? QStringLiteral("Export Canceled!") : QStringLiteral("Export Finished!");
+    if (!_notPlayed.isEmpty())
+        info += u' ' + _notPlayed;
+    status.setInfo(info);
+    if (!_isPlaying && hasBegun) {
+        keepReport(canceled);
         showFailures();
+    }
     Q_EMIT isExportChanged();
-    if (alert && !_quitting)
-        tellOutcome(canceled);
+    if (alert && hasBegun && !_isPlaying && !_quitting)
+        tellOutcome();
+}
+
+void JobController::keepReport(bool canceled)
+{
+    const Device& device = *_worker->device();
+    if (const std::optional<Failure> why = device.whyGone())
+        _whyGone = why->words;
+    auto ended = std::make_shared<FinishedExport>();
+    ended->report = _running;
+    ended->problems = device.problems();
+    ended->canceled = canceled;
+    ended->whyGone = _whyGone;
+    _last = std::move(ended);
 }
 
 void JobController::showFailures()
 {
-    if (!_report)
-        return;
+    const ExportReport& report = *_last->report;
     QStringList lines;
-    if (_report->notCopiedCount() > 0)
+    if (report.notCopiedCount() > 0)
         lines.append(tr("%1 of %2 items were not copied")
-                         .arg(_report->notCopiedCount())
-                         .arg(_report->copyCount()));
-    if (_deviceGone && !lines.isEmpty())
-        lines.front() = tr("The device was disconnected: %1").arg(lines.front());
-    if (_report->handOverCount() > 0)
-        lines.append(
-            tr("%1 times the music application did not take a file").arg(_report->handOverCount()));
+                         .arg(report.notCopiedCount())
+                         .arg(report.copyCount()));
+    if (!_last->whyGone.isNull() && !lines.isEmpty())
+        lines.front() = tr("%1: %2").arg(_last->whyGone, lines.front());
+    if (report.handOverCount() > 0)
+        lines.append(tr("%n time(s) the music application did not take a file", nullptr,
+                        int(report.handOverCount())));
     if (!lines.isEmpty())
         _window.status().setFailureLine(lines.join(QStringLiteral("; ")));
 }
 
-void JobController::tellOutcome(bool canceled)
+void JobController::tellOutcome()
 {
-    const QString text =
-        canceled ? QStringLiteral("Export canceled!") : QStringLiteral("Export finished!");
     if (!_window.isActiveWindow() && _sinceBegin.elapsed() > LongJobMilliseconds)
-        _notifier.jobFinished(text, _window.status().failureLine());
-    Alert::show(_window, QStringLiteral("_alertFinish"), text, text);
+        _notifier.jobFinished(FinishAlert::title(*_last), FinishAlert::details(*_last));
+    FinishAlert::show(_window, *_last, [this] { Q_EMIT reportWanted(); });
 }
 
 void JobController::askClash(const QString& path, const Reply<ClashAnswer>& reply)
 {
     auto* question = new CopyRuleWindow(&_window);
-    question->ask(path, [reply](const std::optional<ClashAnswer>& answer) {
-        if (answer && answer->remember) {
-            // The job remembers it in its own copy of the settings; this is the person's.
-            Config::instance().setCopyRule(answer->rule);
-            Config::instance().save();
-        }
+    question->ask(path, _lastRule, [this, reply](const std::optional<ClashAnswer>& answer) {
+        if (answer)
+            remember(*answer);
         reply(answer);
     });
 }
 
+void JobController::remember(const ClashAnswer& answer)
+{
+    _lastRule = answer.rule;
+    if (!answer.remember)
+        return;
+    // The job remembers it in its own copy of the settings; this is the person's.
+    Config::instance().setCopyRule(answer.rule);
+    Alert::showFailure(_window, QStringLiteral("_alertSettings"), Config::instance().save());
+}
+
 void JobController::askForHandOver(const Reply<bool>& reply)
 {
-    (new ExportModeWindow(&_window))->askForHandOver(reply);
+    auto* question = new ExportModeWindow(_lastHandsOver, &_window);
+    question->askForHandOver([this, reply](const std::optional<bool>& handsOver) {
+        _lastHandsOver = handsOver.value_or(_lastHandsOver);
+        reply(handsOver);
+    });
 }
 
 void JobController::handOver(const QString& path, const std::vector<Playlist*>& playlists)

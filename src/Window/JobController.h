@@ -1,7 +1,9 @@
 #pragma once
 
 #include "Base/Mailbox.h"
+#include "Device/SectionItems.h"
 #include "Window/ExportWorker.h"
+#include "Window/FinishedExport.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -28,6 +30,8 @@ public:
     void exportTracks(const std::shared_ptr<Device>& device, std::vector<Track*> tracks);
     void exportPlaylists(const std::shared_ptr<Device>& device, std::vector<Playlist*> playlists);
     void exportPhotos(const std::shared_ptr<Device>& device, std::vector<Photo*> photos);
+    /// Several parts as one job, with one report.
+    void exportParts(const std::shared_ptr<Device>& device, std::vector<SectionItems> parts);
     /// Plays a track of the device.
     void play(const std::shared_ptr<Device>& device, Track* track);
 
@@ -35,6 +39,9 @@ public:
     [[nodiscard]] bool isExport() const { return _isExport; }
     /// A job is under way, even if it is only asking something yet.
     [[nodiscard]] bool isBusy() const { return _worker != nullptr; }
+    /// A job is under way that showed its progress only a moment ago, or does not show any yet: a
+    /// second press of a key that began it is not meant for it.
+    [[nodiscard]] bool hasJustBegun() const;
     /// The job ends at its next chunk.
     void requestStop();
     /// The job's device is gone: nothing more can be copied from it.
@@ -44,26 +51,36 @@ public:
     /// For the device's delegate, on the thread that copies: false when the copy is to stop.
     bool exported(double progress);
 
-    /// The report of the last export; null before the first.
-    [[nodiscard]] const ExportReport* report() const { return _report.get(); }
+    /// The last export that came to its end; null before the first.
+    [[nodiscard]] const std::shared_ptr<const FinishedExport>& lastExport() const { return _last; }
+    /// Its report; null before the first.
+    [[nodiscard]] const ExportReport* report() const
+    {
+        return _last ? _last->report.get() : nullptr;
+    }
 
 Q_SIGNALS:
     /// A job began to show its progress, or came to its end.
     void isExportChanged();
     /// No job is under way any more.
     void idle();
+    /// The person wants to see the report of the last export.
+    void reportWanted();
 
 private:
     void start(const std::shared_ptr<Device>& device, ExportWorker::Body body);
     void startExport(const std::shared_ptr<Device>& device,
                      std::function<void(const JobContext&, ExportReport&)> body);
     void showLevel(double progress);
-    void tellOutcome(bool canceled);
+    void keepReport(bool canceled);
+    void tellOutcome();
     void showFailures();
+    void remember(const ClashAnswer& answer);
 
     void showBegin(int count) override;
     void showProgress(const QString& text, double progress) override;
     void showItem(const ExportItem& item) override;
+    void showNotPlayed(const QString& title, const Failure& why) override;
     void showFinish(bool canceled, bool alert) override;
     void askClash(const QString& path, const Reply<ClashAnswer>& reply) override;
     void askForHandOver(const Reply<bool>& reply) override;
@@ -73,13 +90,18 @@ private:
     Notifier& _notifier;
     bool _isExport = false;
     bool _isPlaying = false;
-    bool _deviceGone = false;
     bool _quitting = false;
     int _count = 0;
     QElapsedTimer _sinceBegin;
-    std::unique_ptr<ExportReport> _report;
-    /// Of a job that has not begun: until then the last report stays.
-    std::unique_ptr<ExportReport> _pendingReport;
+    QString _notPlayed; ///< why, in words
+    QString _whyGone;   ///< null while the device of the job is there
+    std::shared_ptr<const FinishedExport> _last;
+    /// Of the export under way, and filled in on its thread. Until that has come to its end the
+    /// last one stays what there is to see.
+    std::shared_ptr<ExportReport> _running;
+    // What the questions were answered last, which is what they propose next.
+    int _lastRule = KeepBothRule;
+    bool _lastHandsOver = false;
     /// Of the running export; used on its thread, which ends before it.
     std::unique_ptr<MusicHandOver> _handOver;
     Mailbox _mailbox;

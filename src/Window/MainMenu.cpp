@@ -26,7 +26,8 @@ MainMenu::MainMenu(QMainWindow& window, std::function<MenuState()> state)
                            {C::selectAll, C::invertSelection, C::clearSelection},
                            {C::find}});
     makeMenu(tr("E&xport"),
-             {{C::exportCheckedTracks, C::exportSelectedPhotos, C::exportSelectedPlaylist,
+             {{C::exportEverything},
+              {C::exportCheckedTracks, C::exportSelectedPhotos, C::exportSelectedPlaylist,
                C::exportSelectedPhotoAlbum},
               {C::exportAllMedia, C::exportAllMusic, C::exportAllMovies, C::exportAllTVShows,
                C::exportAllPodcasts, C::exportAllAudiobooks, C::exportAllRingtones,
@@ -52,7 +53,7 @@ MainMenu::MainMenu(QMainWindow& window, std::function<MenuState()> state)
         makeContextMenu(QStringLiteral("_tableMenu"), Groups{{C::checkSelected, C::uncheckSelected},
                                                              {C::checkAll, C::uncheckAll},
                                                              {C::exportCheckedTracks, C::play}});
-    _cvMenu = makeContextMenu(
+    _photoMenu = makeContextMenu(
         QStringLiteral("_cvMenu"),
         Groups{{C::selectAll, C::invertSelection, C::clearSelection}, {C::exportSelectedPhotos}});
     validate();
@@ -90,6 +91,7 @@ void MainMenu::makeActions()
     make(C::exportSelectedPlaylist, tr("Export Selected Playlist"), QStringLiteral("playlist"));
     make(C::exportSelectedPhotoAlbum, tr("Export Selected Photo Album"),
          QStringLiteral("photoalbum"));
+    make(C::exportEverything, tr("Export Everything"));
     make(C::exportAllMedia, tr("Export All Media"));
     make(C::exportAllMusic, tr("Export All Music"), QStringLiteral("music"));
     make(C::exportAllMovies, tr("Export All Movies"), QStringLiteral("movies"));
@@ -128,7 +130,9 @@ void MainMenu::nameForTheDesktop()
 void MainMenu::setShortcuts()
 {
     action(Command::exportOrStop)->setShortcut(QKeySequence(tr("Ctrl+E")));
-    action(Command::stop)->setShortcuts({QKeySequence(tr("Ctrl+.")), QKeySequence(Qt::Key_Escape)});
+    action(Command::exportOrStop)->setAutoRepeat(false);
+    // Not Escape: people press it to leave a field or a menu, and an export is hours of work.
+    action(Command::stop)->setShortcut(QKeySequence(tr("Ctrl+.")));
     action(Command::play)->setShortcut(QKeySequence(tr("Ctrl+P")));
     action(Command::find)->setShortcut(QKeySequence::Find);
     action(Command::showPref)->setShortcut(QKeySequence(tr("Ctrl+,")));
@@ -187,7 +191,7 @@ void MainMenu::validate()
 {
     const MenuState state = _state();
     for (auto item = _actions.cbegin(); item != _actions.cend(); ++item)
-        item.value()->setEnabled(MenuValidation::validateMenuItem(item.key(), state));
+        item.value()->setEnabled(MenuValidation::isEnabled(item.key(), state));
     action(Command::switchBrowser)->setText(MenuValidation::browserTitle(state));
     action(Command::exportOrStop)->setText(state.exporting ? tr("Stop Export") : tr("Export"));
 }

@@ -26,7 +26,7 @@ public:
     [[nodiscard]] QMenu* sourceListMenu() const { return _sourceListMenu; }
     [[nodiscard]] QMenu* tableMenu() const { return _tableMenu; }
     /// The context menu of the photo grid.
-    [[nodiscard]] QMenu* photoMenu() const { return _cvMenu; }
+    [[nodiscard]] QMenu* photoMenu() const { return _photoMenu; }
 
     /// The state changed. Many changes in a row cost one look.
     void stateChanged();
@@ -53,6 +53,6 @@ private:
     QHash<Command, QAction*> _actions;
     QMenu* _sourceListMenu = nullptr;
     QMenu* _tableMenu = nullptr;
-    QMenu* _cvMenu = nullptr;
+    QMenu* _photoMenu = nullptr;
     bool _validationDue = false;
 };

@@ -6,6 +6,7 @@
 #include "Window/EmptyState.h"
 #include "Window/Icons.h"
 #include "Window/PhotoGrid.h"
+#include "Window/ProblemLine.h"
 #include "Window/SourceList.h"
 #include "Window/StatusBar.h"
 #include "Window/TrackTable.h"
@@ -69,6 +70,7 @@ MainWindow::MainWindow(TrackBrowser& browser)
     , _vBrowser(new BrowserPane(browser))
     , _tracks(new TrackTable)
     , _scv(new PhotoGrid)
+    , _problems(new ProblemLine)
     , _status(new StatusBar)
     , _sv(makeSplitter(Qt::Horizontal, "_sv"))
     , _svRight(makeSplitter(Qt::Vertical, "_svRight"))
@@ -130,8 +132,10 @@ QWidget* MainWindow::makeLibrary()
     auto* right = new QWidget;
     auto* layout = new QVBoxLayout(right);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(_svRight);
-    layout->addWidget(_scv);
+    layout->setSpacing(0);
+    layout->addWidget(_problems);
+    layout->addWidget(_svRight, 1);
+    layout->addWidget(_scv, 1);
 
     _sv->addWidget(_sources);
     _sv->addWidget(right);

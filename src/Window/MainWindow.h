@@ -7,6 +7,7 @@
 class BrowserPane;
 class DeviceBox;
 class PhotoGrid;
+class ProblemLine;
 class QLineEdit;
 class QSplitter;
 class QStackedWidget;
@@ -30,6 +31,7 @@ public:
     [[nodiscard]] BrowserPane& browser() { return *_vBrowser; }
     [[nodiscard]] TrackTable& tracks() { return *_tracks; }
     [[nodiscard]] PhotoGrid& photos() { return *_scv; }
+    [[nodiscard]] ProblemLine& problems() { return *_problems; }
     [[nodiscard]] StatusBar& status() { return *_status; }
 
     /// Shows the library, or what to do without a device.
@@ -64,6 +66,7 @@ private:
     BrowserPane* _vBrowser;
     TrackTable* _tracks;
     PhotoGrid* _scv;
+    ProblemLine* _problems;
     StatusBar* _status;
     QSplitter* _sv;
     QSplitter* _svRight;

@@ -24,6 +24,7 @@
 #include "Window/JobController.h"
 #include "Window/MainMenu.h"
 #include "Window/PhotoGrid.h"
+#include "Window/ProblemLine.h"
 #include "Window/SourceList.h"
 #include "Window/StatusBar.h"
 #include "Window/TrackTable.h"
@@ -33,6 +34,10 @@
 #include <QGuiApplication>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
+
+#include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -47,6 +52,17 @@ public:
     WaitCursor(const WaitCursor&) = delete;
     WaitCursor& operator=(const WaitCursor&) = delete;
 };
+
+// With its name: there may be several, and the line stays until something else is to be said.
+QString connectedText(const QString& name)
+{
+    return QStringLiteral("iPod Connected! (%1)").arg(name);
+}
+
+QString disconnectedText(const QString& name)
+{
+    return QStringLiteral("iPod Disconnected! (%1)").arg(name);
+}
 } // namespace
 
 MainWindowController* MainWindowController::instance()
@@ -107,8 +123,11 @@ void MainWindowController::startDevices()
     for (const auto& [key, device] : Device::init())
         devices.push_back(device);
     _window->devices().setDevices(devices);
-    if (!devices.empty())
-        _window->status().setInfo(QStringLiteral("iPod Connected!"));
+    QStringList names;
+    for (const auto& device : devices)
+        names.append(_window->devices().nameOf(*device));
+    if (!names.isEmpty())
+        _window->status().setInfo(connectedText(names.join(QStringLiteral(", "))));
     refreshUI();
     showBrowser();
     checkVersion();
@@ -135,17 +154,24 @@ void MainWindowController::wire()
             [this] { _window->tracks().setTracks(_trackBrowser.filteredTracks()); });
     connect(&window.searchField(), &QLineEdit::textChanged, this,
             &MainWindowController::searchChanged);
-    connect(&window.status(), &StatusBar::exportClicked, this,
-            [this] { _exports->exportOrStop(); });
+    connect(&window.status(), &StatusBar::exportClicked, this, [this](bool byKey) {
+        using Press = ExportCommands::Press;
+        _exports->exportOrStop(byKey ? Press::Key : Press::Mouse);
+    });
     connect(&window.status(), &StatusBar::playClicked, this, [this] { _exports->play(); });
     connect(&window.status(), &StatusBar::failureLineClicked, this,
             &MainWindowController::showReport);
     connect(&window, &MainWindow::helpClicked, this, &MainWindowController::help);
     connect(_jobs, &JobController::isExportChanged, this, &MainWindowController::refreshUI);
+    connect(_jobs, &JobController::isExportChanged, this, &MainWindowController::showProblems);
+    connect(_jobs, &JobController::reportWanted, this, &MainWindowController::showReport);
     connect(_menu, &MainMenu::triggered, this, &MainWindowController::perform);
     connect(_menu, &MainMenu::openBackupFolder, this, &MainWindowController::openBackupFolder);
     connect(&window.tracks(), &TrackTable::stateChanged, _menu, &MainMenu::stateChanged);
     connect(&window.photos(), &PhotoGrid::stateChanged, _menu, &MainMenu::stateChanged);
+    connect(&window.tracks(), &TrackTable::stateChanged, this,
+            &MainWindowController::chosenChanged);
+    connect(&window.photos(), &PhotoGrid::stateChanged, this, &MainWindowController::chosenChanged);
     window.sources().setMenu(_menu->sourceListMenu());
     window.tracks().setMenu(_menu->tableMenu());
     window.photos().setMenu(photoMenu());
@@ -163,19 +189,30 @@ void MainWindowController::deviceConnected(const std::shared_ptr<Device>& device
 {
     const WaitCursor wait;
     _window->devices().deviceConnected(device);
-    _window->status().setInfo(QStringLiteral("iPod Connected!"));
+    _window->status().setInfo(connectedText(_window->devices().nameOf(*device)));
 }
 
 void MainWindowController::deviceDisconnected(const std::shared_ptr<Device>& device)
 {
     _jobs->deviceDisconnected(*device);
+    const QString name = _window->devices().nameOf(*device);
     if (_window->devices().deviceDisconnected(*device))
-        _window->status().setInfo(QStringLiteral("iPod Disconnected!"));
+        _window->status().setInfo(disconnectedText(name));
 }
 
 void MainWindowController::deviceFailed(const QString& words, const QString& exactText)
 {
-    _window->status().setInfo(QStringLiteral("%1 (%2)").arg(words, exactText));
+    _failure = QStringLiteral("%1 (%2)").arg(words, exactText);
+    _window->status().setInfo(_failure);
+}
+
+void MainWindowController::unusableDeviceLeft()
+{
+    StatusBar& status = _window->status();
+    if (_failure.isEmpty() || status.info() != _failure)
+        return;
+    const std::shared_ptr<Device>& device = currentDevice();
+    status.setInfo(device ? connectedText(_window->devices().nameOf(*device)) : QString());
 }
 
 bool MainWindowController::exported(double progress)
@@ -224,6 +261,40 @@ void MainWindowController::sourceChanged()
     const std::optional<Section> section = _window->sources().selectedSection();
     if (device && section)
         showSection(*device, *section);
+    showProblems();
+    chosenChanged();
+}
+
+void MainWindowController::showProblems()
+{
+    SourceList& sources = _window->sources();
+    if (const Device* device = currentDevice().get())
+        sources.setProblems(device->problems());
+    const std::optional<Section> section = sources.selectedSection();
+    _window->problems().setProblems(section ? sources.problems(*section) : std::vector<Problem>());
+}
+
+void MainWindowController::chosenChanged()
+{
+    if (std::exchange(_chosenDue, true))
+        return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            _chosenDue = false;
+            showChosen();
+        },
+        Qt::QueuedConnection);
+}
+
+void MainWindowController::showChosen()
+{
+    const std::optional<Section> section = _window->sources().selectedSection();
+    const bool arePhotos = section && Sections::facts(*section).view == SectionFacts::View::Photos;
+    const int checkedHere = arePhotos ? 0 : int(_window->tracks().checkedTracks().size());
+    const int chosen = arePhotos ? int(_window->photos().selectedPhotos().size()) : checkedHere;
+    const int elsewhere = std::max(0, _window->sources().checkedCount() - checkedHere);
+    _window->status().setChosen(chosen, section ? elsewhere : 0);
 }
 
 void MainWindowController::showSection(Device& device, Section section)
@@ -298,7 +369,7 @@ void MainWindowController::switchBrowser()
     _window->saveLayout();
     Config& config = Config::instance();
     config.setHideBrowser(!config.hideBrowser());
-    config.save();
+    Alert::showFailure(*_window, QStringLiteral("_alertSettings"), config.save());
     showBrowser();
     _menu->stateChanged();
 }
@@ -329,9 +400,12 @@ MenuState MainWindowController::menuState()
 
 void MainWindowController::perform(Command command)
 {
-    if (!MenuValidation::validateMenuItem(command, menuState()) || _exports->perform(command))
+    if (!MenuValidation::isEnabled(command, menuState()) || _exports->perform(command))
         return;
     switch (command) {
+    case Command::exportOrStop:
+        _exports->exportOrStop(ExportCommands::Press::Key);
+        break;
     case Command::stop:
         _jobs->requestStop();
         break;
@@ -384,8 +458,24 @@ void MainWindowController::perform(Command command)
     case Command::showReport:
         showReport();
         break;
-    default:
-        break;
+    case Command::exportSelectedPlaylist:
+    case Command::exportSelectedPhotoAlbum:
+    case Command::exportEverything:
+    case Command::exportAllMedia:
+    case Command::exportAllMusic:
+    case Command::exportAllMovies:
+    case Command::exportAllTVShows:
+    case Command::exportAllPodcasts:
+    case Command::exportAllAudiobooks:
+    case Command::exportAllRingtones:
+    case Command::exportAllBooks:
+    case Command::exportAllPlaylists:
+    case Command::exportAllVoiceMemos:
+    case Command::exportAllCameraRoll:
+    case Command::exportAllPhotos:
+    case Command::exportCheckedTracks:
+    case Command::exportSelectedPhotos:
+        break; // done above
     }
 }
 
@@ -406,8 +496,8 @@ void MainWindowController::help()
 
 void MainWindowController::showReport()
 {
-    if (const ExportReport* report = _jobs->report())
-        (new ReportWindow(*report, _window.get()))->show();
+    if (_jobs->lastExport())
+        (new ReportWindow(_jobs->lastExport(), _window.get()))->show();
 }
 
 bool MainWindowController::mayClose()
@@ -426,8 +516,11 @@ void MainWindowController::askToStopAndQuit()
     box->setObjectName(QStringLiteral("_alertQuit"));
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setWindowModality(Qt::ApplicationModal);
-    box->addButton(tr("Stop and Quit"), QMessageBox::AcceptRole);
-    box->addButton(tr("Go On"), QMessageBox::RejectRole);
+    box->addButton(tr("&Stop and Quit"), QMessageBox::AcceptRole);
+    // What costs nothing is what a thoughtless Return does.
+    QPushButton* goOn = box->addButton(tr("&Go On"), QMessageBox::RejectRole);
+    box->setDefaultButton(goOn);
+    box->setEscapeButton(goOn);
     connect(box, &QMessageBox::accepted, this, [this] {
         if (!_jobs->isBusy()) { // it ended while the question stood there
             _window->close();

@@ -40,6 +40,7 @@ public:
     void deviceConnected(const std::shared_ptr<Device>& device) override;
     void deviceDisconnected(const std::shared_ptr<Device>& device) override;
     void deviceFailed(const QString& words, const QString& exactText) override;
+    void unusableDeviceLeft() override;
     bool exported(double progress) override;
 
     [[nodiscard]] MainWindow& window() { return *_window; }
@@ -70,6 +71,10 @@ private:
     void showBrowser();
     void switchBrowser();
     void refreshUI();
+    /// Says on the button how many items it would export; many changes in a row cost one look.
+    void chosenChanged();
+    void showChosen();
+    void showProblems();
 
     [[nodiscard]] const std::shared_ptr<Device>& currentDevice() const;
     [[nodiscard]] MenuState menuState();
@@ -87,4 +92,6 @@ private:
     std::unique_ptr<ExportCommands> _exports;
     UpdateAddresses _updateAddresses;
     std::unique_ptr<VersionCheck> _versionCheck;
+    QString _failure;        ///< the status line about a device that cannot be used
+    bool _chosenDue = false; ///< `showChosen` is on its way
 };

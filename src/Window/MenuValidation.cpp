@@ -2,13 +2,14 @@
 
 #include <QCoreApplication>
 
-bool MenuValidation::validateMenuItem(Command command, const MenuState& state)
+bool MenuValidation::isEnabled(Command command, const MenuState& state)
 {
     switch (command) {
     case Command::exportSelectedPlaylist:
         return state.device && state.playlistSelected;
     case Command::exportSelectedPhotoAlbum:
         return state.device && state.albumSelected;
+    case Command::exportEverything:
     case Command::exportAllMedia:
     case Command::exportAllMusic:
     case Command::exportAllMovies:
@@ -48,9 +49,16 @@ bool MenuValidation::validateMenuItem(Command command, const MenuState& state)
         return state.device && !state.exporting;
     case Command::showReport:
         return state.reportThere && !state.exporting;
-    default:
+    case Command::find:
+    case Command::showPref:
+    case Command::showAbout:
+    case Command::hide:
+    case Command::quit:
+    case Command::help:
+    case Command::openLog:
         return true;
     }
+    return true;
 }
 
 QString MenuValidation::browserTitle(const MenuState& state)

@@ -25,7 +25,7 @@ struct MenuState {
 namespace MenuValidation
 {
 /// Whether a menu item can be chosen.
-bool validateMenuItem(Command command, const MenuState& state);
+bool isEnabled(Command command, const MenuState& state);
 /// The title of the item that shows and hides the browser.
 QString browserTitle(const MenuState& state);
 } // namespace MenuValidation

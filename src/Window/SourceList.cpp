@@ -5,6 +5,7 @@
 #include "Window/Views/SourceTreeView.h"
 
 #include <QPainter>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace
@@ -12,6 +13,8 @@ namespace
 using Kind = SourceListModel::Kind;
 
 constexpr int CategoryIconSize = 20;
+constexpr int WarningSize = 16;
+constexpr int WarningGap = 4;
 constexpr int RowPadding = 10;
 constexpr int Indentation = 18;
 
@@ -39,6 +42,8 @@ public:
                const QModelIndex& index) const override
     {
         IconTextDelegate::paint(painter, option, index);
+        if (index.data(SourceListModel::HasProblemsRole).toBool())
+            paintWarning(*painter, option);
         const QString name = iconOf(index);
         if (name.isEmpty())
             return;
@@ -60,7 +65,20 @@ public:
 protected:
     [[nodiscard]] QRect cellRect(const QRect& row, const QModelIndex& index) const override
     {
-        return iconOf(index).isEmpty() ? row : row.adjusted(CategoryIconSize + 5, 0, 0, 0);
+        const int before = iconOf(index).isEmpty() ? 0 : CategoryIconSize + 5;
+        const bool isWarned = index.data(SourceListModel::HasProblemsRole).toBool();
+        return row.adjusted(before, 0, isWarned ? -(WarningSize + WarningGap) : 0, 0);
+    }
+
+private:
+    /// At the end of the row: not all of what it stands for could be read.
+    static void paintWarning(QPainter& painter, const QStyleOptionViewItem& option)
+    {
+        const QRect sign(option.rect.right() - WarningSize - WarningGap,
+                         option.rect.top() + (option.rect.height() - WarningSize) / 2, WarningSize,
+                         WarningSize);
+        Icons::named(QStringLiteral("warning"))
+            .paint(&painter, QStyle::visualRect(option.direction, option.rect, sign));
     }
 };
 } // namespace

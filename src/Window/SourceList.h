@@ -29,6 +29,15 @@ public:
     /// Whether the selected row is one that the browser narrows.
     [[nodiscard]] bool canShowBrowser() const;
 
+    /// What could not be read of the device; its rows get a sign.
+    void setProblems(const std::vector<ReaderProblem>& problems) { _model.setProblems(problems); }
+    [[nodiscard]] std::vector<Problem> problems(Section section) const
+    {
+        return _model.problems(section);
+    }
+    /// How many tracks of the device are checked, shown or not.
+    [[nodiscard]] int checkedCount() const { return _model.checkedCount(); }
+
     /// Whether a row of this section is there.
     [[nodiscard]] bool hasRow(Section section) const { return _model.hasSection(section); }
 

@@ -1,5 +1,6 @@
 #include "Window/StatusBar.h"
 
+#include "Window/ExportButton.h"
 #include "Window/Icons.h"
 
 #include <QHBoxLayout>
@@ -7,6 +8,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 #include <algorithm>
 #include <climits>
@@ -17,9 +19,10 @@ constexpr int StepsPerItem = 1000; ///< the bar counts in whole numbers, a copy 
 constexpr int LevelWidth = 220;
 constexpr int ButtonWidth = 108;
 
-QPushButton* makeButton(const QString& name, const QString& text, const QIcon& icon)
+template <typename Button>
+Button* makeButton(const QString& name, const QString& text, const QIcon& icon)
 {
-    auto* button = new QPushButton(icon, text);
+    auto* button = new Button(icon, text);
     button->setObjectName(name);
     button->setAccessibleName(text);
     button->setMinimumWidth(ButtonWidth);
@@ -31,15 +34,12 @@ QPushButton* makeButton(const QString& name, const QString& text, const QIcon& i
 StatusBar::StatusBar(QWidget* parent)
     : QWidget(parent)
     , _tfInfo(new QLabel)
+    , _elsewhere(new QLabel)
     , _failureLine(new QToolButton)
     , _li(new QProgressBar)
     , _imgStart(Icons::named(QStringLiteral("start")))
     , _imgStop(Icons::named(QStringLiteral("stop")))
 {
-    _tfInfo->setObjectName(QStringLiteral("_tfInfo"));
-    _tfInfo->setAccessibleName(tr("Status"));
-    _tfInfo->setTextFormat(Qt::PlainText); // titles come from the device
-    _tfInfo->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     _failureLine->setObjectName(QStringLiteral("_btnFailures"));
     _failureLine->setAutoRaise(true);
     _failureLine->setIcon(Icons::named(QStringLiteral("warning")));
@@ -51,30 +51,52 @@ StatusBar::StatusBar(QWidget* parent)
     _li->setFixedWidth(LevelWidth);
     _li->setTextVisible(false);
     _li->hide();
-    _btnPlay =
-        makeButton(QStringLiteral("_btnPlay"), tr("Play"), Icons::named(QStringLiteral("play")));
+    _btnPlay = makeButton<QPushButton>(QStringLiteral("_btnPlay"), tr("Play"),
+                                       Icons::named(QStringLiteral("play")));
     _btnPlay->setToolTip(tr("Play the selected track"));
-    _btnExport = makeButton(QStringLiteral("_btnExport"), tr("Export"), _imgStart);
+    _btnExport = makeButton<ExportButton>(QStringLiteral("_btnExport"), tr("Export"), _imgStart);
     _btnExport->setDefault(true);
 
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(12, 8, 12, 8);
     layout->setSpacing(10);
-    layout->addWidget(_tfInfo, 1);
+    layout->addLayout(makeLines(), 1);
     layout->addWidget(_failureLine);
     layout->addWidget(_li);
     layout->addWidget(_btnPlay);
     layout->addWidget(_btnExport);
     connect(_btnPlay, &QPushButton::clicked, this, &StatusBar::playClicked);
-    connect(_btnExport, &QPushButton::clicked, this, &StatusBar::exportClicked);
+    connect(_btnExport, &QPushButton::clicked, this,
+            [this] { Q_EMIT exportClicked(!_btnExport->isClickedByMouse()); });
     connect(_failureLine, &QToolButton::clicked, this, &StatusBar::failureLineClicked);
     setExporting(false);
+}
+
+QLayout* StatusBar::makeLines()
+{
+    _tfInfo->setObjectName(QStringLiteral("_tfInfo"));
+    _tfInfo->setAccessibleName(tr("Status"));
+    _tfInfo->setTextFormat(Qt::PlainText); // titles come from the device
+    _tfInfo->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    _elsewhere->setObjectName(QStringLiteral("_tfElsewhere"));
+    _elsewhere->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    _elsewhere->hide();
+    auto* layout = new QVBoxLayout;
+    layout->setSpacing(0);
+    layout->addWidget(_tfInfo);
+    layout->addWidget(_elsewhere);
+    return layout;
 }
 
 void StatusBar::setInfo(const QString& text)
 {
     _tfInfo->setText(text);
     _tfInfo->setToolTip(text.toHtmlEscaped());
+}
+
+QString StatusBar::info() const
+{
+    return _tfInfo->text();
 }
 
 void StatusBar::setFailureLine(const QString& text)
@@ -113,11 +135,27 @@ void StatusBar::hideLevel()
 
 void StatusBar::setExporting(bool exporting)
 {
-    _btnExport->setIcon(exporting ? _imgStop : _imgStart);
-    _btnExport->setText(exporting ? tr("Stop") : tr("Export"));
+    _isExporting = exporting;
+    showButton();
+}
+
+void StatusBar::setChosen(int chosen, int elsewhere)
+{
+    _chosen = chosen;
+    showButton();
+    _elsewhere->setText(tr("%n more are checked elsewhere", nullptr, elsewhere));
+    _elsewhere->setVisible(elsewhere > 0);
+}
+
+void StatusBar::showButton()
+{
+    _btnExport->setIcon(_isExporting ? _imgStop : _imgStart);
+    _btnExport->setText(_isExporting  ? tr("Stop")
+                        : _chosen > 0 ? tr("Export %L1").arg(_chosen)
+                                      : tr("Export"));
     _btnExport->setAccessibleName(_btnExport->text());
-    _btnExport->setToolTip(exporting ? tr("Stop the export at the next chunk")
-                                     : tr("Copy the checked tracks or the selected photos"));
+    _btnExport->setToolTip(_isExporting ? tr("Stop the export at the next chunk")
+                                        : tr("Copy the checked tracks or the selected photos"));
 }
 
 void StatusBar::setButtonsEnabled(bool exportEnabled, bool playEnabled)

@@ -3,6 +3,7 @@
 #include <QIcon>
 #include <QWidget>
 
+class ExportButton;
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -16,6 +17,7 @@ public:
     explicit StatusBar(QWidget* parent = nullptr);
 
     void setInfo(const QString& text);
+    [[nodiscard]] QString info() const;
     /// The line about items that were not copied; an empty text hides it.
     void setFailureLine(const QString& text);
     [[nodiscard]] QString failureLine() const;
@@ -25,20 +27,30 @@ public:
     void hideLevel();
     /// What the Export button does now: it stops a job that runs.
     void setExporting(bool exporting);
+    /// How many items the Export button would export, and how many more are checked where it does
+    /// not reach.
+    void setChosen(int chosen, int elsewhere);
     void setButtonsEnabled(bool exportEnabled, bool playEnabled);
 
 Q_SIGNALS:
-    void exportClicked();
+    /// `byKey`: by any other way than the mouse.
+    void exportClicked(bool byKey);
     void playClicked();
     void failureLineClicked();
 
 private:
+    QLayout* makeLines();
+    void showButton();
+
     QLabel* _tfInfo;
+    QLabel* _elsewhere;
     QToolButton* _failureLine;
     QProgressBar* _li;
     QPushButton* _btnPlay;
-    QPushButton* _btnExport;
+    ExportButton* _btnExport;
     QIcon _imgStart;
     QIcon _imgStop;
+    bool _isExporting = false;
+    int _chosen = 0;
     int _items = 1; ///< what the level indicator counts to
 };

@@ -5,7 +5,7 @@
 #include "Window/Crash/Application.h"
 #include "Window/Crash/CrashFile.h"
 #include "Window/Crash/FatalSignals.h"
-#include "Window/Crash/FaultExceptionHandlerDelegate.h"
+#include "Window/Crash/FaultHandler.h"
 #include "Window/MainWindowController.h"
 #include "Window/Style.h"
 
@@ -24,7 +24,7 @@ int run(int argc, char** argv)
     const Appearance appearance;
 
     FatalSignals::install(CrashFile::folder());
-    FaultExceptionHandlerDelegate handler(Program::supportAddress());
+    FaultHandler handler(Program::supportAddress());
 
     MainWindowController controller;
     controller.start();

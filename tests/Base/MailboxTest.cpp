@@ -1,10 +1,12 @@
 #include "Base/Mailbox.h"
 
+#include "Base/Fault.h"
 #include "support/EventLoop.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <stdexcept>
 #include <thread>
 #include <vector>
 
@@ -55,4 +57,36 @@ TEST(MailboxTest, DropsWhatIsNotDelivered)
     }
     QCoreApplication::processEvents();
     EXPECT_EQ(got, 0);
+}
+
+TEST(MailboxTest, DeliversWhatStandsBehindALetterThatThrows)
+{
+    int faults = 0;
+    Fault::setHandler([&] { ++faults; });
+    Mailbox mailbox;
+    std::vector<int> got;
+    for (int i = 0; i < 6; ++i) {
+        mailbox.post([&got, i] {
+            got.push_back(i);
+            if (i % 2 == 0)
+                throw std::runtime_error("letter");
+        });
+    }
+    EXPECT_TRUE(waitUntil([&] { return got.size() == 6; }));
+    Fault::setHandler({});
+    EXPECT_EQ(got, std::vector<int>({0, 1, 2, 3, 4, 5}));
+    EXPECT_EQ(faults, 3);
+}
+
+TEST(MailboxTest, KeepsWhatStandsBehindALetterWhoseFaultNobodyShows)
+{
+    Mailbox mailbox;
+    std::vector<int> got;
+    mailbox.post([] { throw std::runtime_error("letter"); });
+    for (int i = 0; i < 3; ++i)
+        mailbox.post([&got, i] { got.push_back(i); });
+    EXPECT_THROW(QCoreApplication::sendPostedEvents(), std::runtime_error);
+    mailbox.post([&got] { got.push_back(3); });
+    EXPECT_TRUE(waitUntil([&] { return got.size() == 4; }));
+    EXPECT_EQ(got, std::vector<int>({0, 1, 2, 3}));
 }

@@ -2,6 +2,7 @@
 
 #include "support/Files.h"
 
+#include <QDir>
 #include <QSettings>
 
 #include <gtest/gtest.h>
@@ -48,7 +49,7 @@ TEST(ConfigTest, BringsEverySettingBack)
     config.setCopyRule(2);
     config.setHideBrowser(true);
     config.setCheckVersion(false);
-    config.save();
+    ASSERT_TRUE(config.save());
     const Config read;
     for (int i = 0; i < int(Sections::Count); ++i)
         EXPECT_EQ(read.folderPath(Section(i)), config.folderPath(Section(i)));
@@ -63,7 +64,7 @@ TEST(ConfigTest, KeepsItsValuesUnderTheirKeys)
     config.setFolderPath(Section::TVShows, "/tv");
     config.setFolderPath(Section::VoiceMemos, "/memos");
     config.setCopyRule(1);
-    config.save();
+    ASSERT_TRUE(config.save());
     EXPECT_EQ(store().value("TVShowsDir"), "/tv");
     EXPECT_EQ(store().value("VoiceMemosDir"), "/memos");
     EXPECT_EQ(store().value("CopyRule").toInt(), 1);
@@ -109,4 +110,38 @@ TEST(ConfigTest, GivesAFolderThatCannotBeMadeAllTheSame)
 TEST(ConfigTest, IsOneForTheWholeProgram)
 {
     EXPECT_EQ(&Config::instance(), &Config::instance());
+}
+
+TEST(ConfigTest, SavesOnlyWhatWasChanged)
+{
+    Config window;
+    ASSERT_TRUE(window.save());
+    Config other;
+    other.setFolderPath(Section::Music, "/elsewhere");
+    other.setCopyRule(3);
+    ASSERT_TRUE(other.save());
+
+    window.setHideBrowser(true); // knows nothing of what the other one has changed
+    ASSERT_TRUE(window.save());
+    const Config next;
+    EXPECT_EQ(next.folderPath(Section::Music), "/elsewhere");
+    EXPECT_EQ(next.copyRule(), 3);
+    EXPECT_TRUE(next.hideBrowser());
+}
+
+TEST(ConfigTest, SaysThatItCannotBeSaved)
+{
+    Config config;
+    config.setCopyRule(2);
+    const QString file = store().fileName();
+    QFile::remove(file);
+    ASSERT_TRUE(QDir().mkpath(file)); // what stands in the way of the file
+    const Status saved = config.save();
+    ASSERT_FALSE(saved);
+    EXPECT_EQ(saved.failure().kind, Failure::Kind::Unwritable);
+    EXPECT_EQ(saved.failure().exact, file);
+
+    ASSERT_TRUE(QDir().rmdir(file));
+    ASSERT_TRUE(config.save()) << "and it is not forgotten meanwhile";
+    EXPECT_EQ(Config().copyRule(), 2);
 }

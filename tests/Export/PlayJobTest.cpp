@@ -65,7 +65,10 @@ TEST_F(PlayJobTest, AMissingFilePlaysNothingAndIsNoFailure)
 {
     QFile::remove(onDevice(add("Gone", "x")));
     playFirst();
-    EXPECT_EQ(host.told, QStringList({"begin 1", "finished"}));
+    ASSERT_EQ(host.told.size(), 3);
+    EXPECT_TRUE(host.told[1].startsWith("Gone not played: ")) << host.told[1].toStdString();
+    EXPECT_GT(host.told[1].size(), QString("Gone not played: ").size());
+    EXPECT_EQ(host.told[2], "finished");
     EXPECT_FALSE(QFile::exists(path("xdg-open")));
 }
 
@@ -86,7 +89,8 @@ TEST_F(PlayJobTest, NeverOpensWhatIsNeitherSoundNorFilm)
     Files::write(path("player/iPod_Control/Music/F00/trap.desktop"),
                  "[Desktop Entry]\nType=Application\nName=x\nExec=touch x\n");
     playFirst();
-    EXPECT_EQ(host.told, QStringList({"begin 1", "finished"}));
+    EXPECT_EQ(host.told, QStringList({"begin 1", "Trap not played: It is neither sound nor film",
+                                      "finished"}));
     EXPECT_FALSE(QFile::exists(path("xdg-open")));
     EXPECT_FALSE(QFile::exists(path("xdg-mime")));
 }

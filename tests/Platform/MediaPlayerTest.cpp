@@ -71,7 +71,7 @@ protected:
         });
         EXPECT_TRUE(waitUntil(
             [&] { return done.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
-        return done.get();
+        return bool(done.get());
     }
     QVariant property(const QString& name)
     {
@@ -182,6 +182,57 @@ TEST_F(MediaPlayerTest, OpensNothingButSoundAndFilm)
     EXPECT_FALSE(QFile::exists(path("opened")));
 }
 
+TEST_F(MediaPlayerTest, OpensNothingThatOnlyHasTheNameOfSound)
+{
+    replaceOpening();
+    struct Trap {
+        const char* what;
+        QByteArray begin;
+    };
+    const std::vector<Trap> traps = {
+        {"PDF", "%PDF-1.7\n"},
+        {"jar, office document, book", QByteArray("PK\3\4\x14\0\0\0\x8\0", 10)},
+        {"old office document", "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"},
+        {"ELF program", QByteArray("\x7f"
+                                   "ELF\2\1\1\0\0\0\0\0\0\0\0\0\2\0\x3e\0",
+                                   20)},
+        {"Windows program", QByteArray("MZ\x90\0\3\0\0\0\4\0\0\0\xff\xff", 14)},
+        {"Java class", QByteArray("\xca\xfe\xba\xbe\0\0\0\x34", 8)},
+        {"script", "#!/bin/sh\ntouch x\n"},
+        {"page", "<!DOCTYPE html><html></html>"},
+        {"drawing", "<?xml version=\"1.0\"?><svg xmlns=\"http://www.w3.org/2000/svg\"/>"},
+        {"picture", "\x89PNG\r\n\x1a\n"},
+        {"archive", QByteArray("\x1f\x8b\x8\0", 4)},
+        {"database", "SQLite format 3"},
+        {"Flash film", QByteArray("FWS\5", 4)},
+        {"playlist", "#EXTM3U\nhttp://zell.example/\n"}};
+    for (const Trap& trap : traps) {
+        // Padded with what no text holds: the kind shows in the first bytes alone.
+        const QByteArray padded = trap.begin + QByteArray(4096, '\0');
+        for (const QByteArray& content : {trap.begin, padded}) {
+            for (const char* name : {"song.mp3", "song.m4a", "film.mp4"}) {
+                Files::write(path(name), content);
+                if (content == padded && trap.begin.startsWith('#'))
+                    continue; // a text no longer, and of no known kind
+                EXPECT_FALSE(MediaPlayer::isPlayable(path(name))) << trap.what << " as " << name;
+                EXPECT_FALSE(open(path(name), true)) << trap.what << " as " << name;
+            }
+        }
+    }
+    EXPECT_FALSE(QFile::exists(path("opened")));
+}
+
+TEST_F(MediaPlayerTest, PlaysBinaryDataOfNoKnownKindUnderANameOfSound)
+{
+    const QByteArray unknown("\x01\x02\x03\0\0\x7f\x80\xfe", 8);
+    Files::write(path("song.mp3"), unknown.repeated(600));
+    Files::write(path("song"), unknown.repeated(600));
+    Files::write(path("song.mka"), QByteArray("\x1a\x45\xdf\xa3\x93\x42\x82\x88matroska", 16));
+    EXPECT_TRUE(MediaPlayer::isPlayable(path("song.mp3")));
+    EXPECT_TRUE(MediaPlayer::isPlayable(path("song.mka")));
+    EXPECT_FALSE(MediaPlayer::isPlayable(path("song"))) << "nothing says that it is sound";
+}
+
 TEST_F(MediaPlayerTest, TakesTheTypesOfPlayersForSoundAndFilm)
 {
     Files::write(path("movie.mov"), SoundFile::movie(1));
@@ -195,4 +246,19 @@ TEST_F(MediaPlayerTest, TakesTheTypesOfPlayersForSoundAndFilm)
                                                                12));
         EXPECT_TRUE(MediaPlayer::isPlayable(path(QString::fromUtf8(name)))) << name;
     }
+}
+
+TEST_F(MediaPlayerTest, RemovesNothingThroughALinkInPlaceOfTheOldCopies)
+{
+    const QString copy = MediaPlayer::privateCopyPath("song.mp3");
+    const QString playing = QFileInfo(QFileInfo(copy).path()).path();
+    Files::write(copy, "x");
+    MediaPlayer::removeOldCopies();
+    EXPECT_FALSE(QFileInfo::exists(playing));
+    const QTemporaryDir person;
+    Files::write(person.filePath("precious"), "mine");
+    ASSERT_TRUE(QFile::link(person.path(), playing));
+    MediaPlayer::removeOldCopies();
+    EXPECT_EQ(Files::read(person.filePath("precious")), "mine");
+    EXPECT_TRUE(QFile::remove(playing));
 }

@@ -4,6 +4,8 @@
 #include "support/WindowFixture.h"
 
 #include <QCheckBox>
+#include <QDir>
+#include <QSettings>
 
 namespace
 {
@@ -64,7 +66,8 @@ TEST_F(ClashQuestionTest, Overwrites)
     chooseRule("o", OverwriteRule);
     Hands::key("Return");
     waitForQuestion("Two");
-    chooseRule("o", OverwriteRule);
+    EXPECT_EQ(part<RadioMatrix>("_mCopyRule1")->selectedRow() + 1, OverwriteRule)
+        << "what was answered last is proposed";
     Hands::key("Return");
     EXPECT_EQ(closeAlert(), "Export finished!");
     EXPECT_EQ(content("One.mp3"), "new one");
@@ -107,4 +110,42 @@ TEST_F(ClashQuestionTest, GivingUpEndsTheExport)
     EXPECT_EQ(content("One.mp3"), "old one");
     EXPECT_EQ(content("Two.mp3"), "old two");
     EXPECT_EQ(info(), "Export Canceled!");
+}
+
+TEST_F(ClashQuestionTest, ARememberedAnswerLeavesTheOtherSettingsAsTheyAre)
+{
+    startExport();
+    // Changed while the question stands there, which the job, with its copy, knows nothing of.
+    Config::instance().setFolderPath(Section::Movies, out("Films"));
+    ASSERT_TRUE(Config::instance().save());
+    chooseRule("s", SkipRule);
+    Hands::key("alt+d");
+    ASSERT_TRUE(waitUntil([this] { return part<QCheckBox>("_btnAskLater")->isChecked(); }));
+    Hands::key("Return");
+    EXPECT_EQ(closeAlert(), "Export finished!");
+    EXPECT_EQ(Config().folderPath(Section::Movies), out("Films"));
+    EXPECT_EQ(Config().copyRule(), SkipRule);
+}
+
+TEST_F(ClashQuestionTest, SaysThatAnAnswerCouldNotBeRemembered)
+{
+    startExport();
+    const QString file = QSettings(QSettings::IniFormat, QSettings::UserScope,
+                                   "Zell iPod iPhone Transfer", "Zell iPod iPhone Transfer")
+                             .fileName();
+    QFile::remove(file);
+    ASSERT_TRUE(QDir().mkpath(file));
+    chooseRule("s", SkipRule);
+    Hands::key("alt+d");
+    ASSERT_TRUE(waitUntil([this] { return part<QCheckBox>("_btnAskLater")->isChecked(); }));
+    Hands::key("Return");
+    EXPECT_TRUE(waitFor<QDialog>("_alertSettings"));
+    ASSERT_TRUE(waitFor<QDialog>("_alertFinish"));
+    for (const char* name : {"_alertFinish", "_alertSettings"}) {
+        if (auto* box = part<QDialog>(name))
+            box->reject();
+    }
+    EXPECT_TRUE(QDir().rmdir(file));
+    EXPECT_TRUE(Config::instance().save());
+    EXPECT_EQ(content("Two.mp3"), "old two") << "the job keeps to it all the same";
 }

@@ -1,12 +1,15 @@
 #include "Window/ExportWorker.h"
 
+#include "Base/Fault.h"
 #include "Base/Mailbox.h"
 #include "Base/PathName.h"
 #include "Device/DeviceDelegate.h"
 #include "Export/ExportJob.h"
+#include "Export/ExportParts.h"
 #include "support/EventLoop.h"
 #include "support/PlayerFixture.h"
 
+#include <stdexcept>
 #include <thread>
 
 namespace
@@ -24,6 +27,10 @@ public:
     void showBegin(int count) override { note(QString("begin %1").arg(count)); }
     void showProgress(const QString& text, double /*progress*/) override { note(text); }
     void showItem(const ExportItem& item) override { note(ExportItem::resultName(item.result)); }
+    void showNotPlayed(const QString& title, const Failure& /*why*/) override
+    {
+        note("not played " + title);
+    }
     void showFinish(bool canceled, bool /*alert*/) override
     {
         note(canceled ? "canceled" : "finished");
@@ -45,9 +52,12 @@ public:
     {
         EXPECT_EQ(std::this_thread::get_id(), _home);
         told.append(line);
+        if (line == throwsAt)
+            throw std::runtime_error("window");
     }
 
     QStringList told;
+    QString throwsAt;
     bool ended = false;
     double shown = 0;
     std::optional<ClashAnswer> clashAnswer = ClashAnswer{SkipRule, false};
@@ -66,13 +76,15 @@ protected:
     void start()
     {
         const std::vector<Track*> tracks = connect().trackDb()->tracks();
+        start([tracks, this](const JobContext& job) {
+            ExportJob(job.device, job.config, job.host, report, job.toStop).exportTracks(tracks);
+        });
+    }
+    void start(const ExportWorker::Body& body)
+    {
         worker = std::make_unique<ExportWorker>(
             device, config, window, mailbox, [this](double value) { window.shown = value; },
-            [this] { window.ended = true; },
-            [tracks, this](const JobContext& job) {
-                ExportJob(job.device, job.config, job.host, report, job.toStop)
-                    .exportTracks(tracks);
-            });
+            [this] { window.ended = true; }, body);
         window.worker = worker.get();
     }
     bool finishes()
@@ -129,6 +141,36 @@ TEST_F(ExportWorkerTest, ShowsHowFarTheCopyIs)
     start();
     ASSERT_TRUE(finishes());
     EXPECT_TRUE(waitUntil([this] { return window.shown == 1.0; }));
+}
+
+TEST_F(ExportWorkerTest, ShowsHowFarAJobOfSeveralPartsIs)
+{
+    for (int i = 0; i < 3; ++i)
+        add(QString("Track %1").arg(i), Files::content(2 * Chunk));
+    const std::vector<Track*> tracks = connect().trackDb()->tracks();
+    std::vector<SectionItems> parts;
+    for (Track* track : tracks)
+        parts.push_back({{track}, {}, {}});
+    start([parts, this](const JobContext& job) {
+        ExportParts(job.device, job.config, job.host, report, job.toStop).run(parts);
+    });
+    ASSERT_TRUE(finishes());
+    EXPECT_EQ(window.told.first(), "mode?");
+    EXPECT_EQ(window.told[1], "begin 3");
+    EXPECT_TRUE(waitUntil([this] { return window.shown == 3.0; }));
+}
+
+TEST_F(ExportWorkerTest, EndsWhenTheWindowThrowsAtItsWords)
+{
+    add("One", "first");
+    int faults = 0;
+    Fault::setHandler([&] { ++faults; });
+    window.throwsAt = "copied";
+    start();
+    EXPECT_TRUE(finishes()) << "a lost word of the end would keep the program busy for ever";
+    Fault::setHandler({});
+    EXPECT_EQ(faults, 1);
+    EXPECT_EQ(window.told.last(), "finished");
 }
 
 TEST_F(ExportWorkerTest, EndsWhileAQuestionIsOpen)

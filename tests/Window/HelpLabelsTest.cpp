@@ -4,6 +4,7 @@
 #include "Window/Crash/CrashWindow.h"
 #include "Window/Dialogs/CopyRuleWindow.h"
 #include "Window/Dialogs/ExportModeWindow.h"
+#include "Window/Dialogs/FinishAlert.h"
 #include "Window/Dialogs/PreferencesWindow.h"
 #include "Window/Dialogs/ReportWindow.h"
 #include "Window/Update/NewVersionAlert.h"
@@ -51,11 +52,17 @@ protected:
         labels.append(part<QPushButton>("_btnExport")->text());
         window().status().setExporting(false);
 
-        const ExportReport report;
+        const auto ended = std::make_shared<FinishedExport>();
+        const auto report = std::make_shared<ExportReport>();
+        ExportItem copied;
+        copied.to = out("Music/One.mp3");
+        report->add(copied);
+        ended->report = report;
         (new PreferencesWindow(Config::instance(), true, &window()))->showPref();
-        (new CopyRuleWindow(&window()))->ask({}, [](const auto&) {});
-        (new ExportModeWindow(&window()))->askForHandOver([](const auto&) {});
-        (new ReportWindow(report, &window()))->show();
+        (new CopyRuleWindow(&window()))->ask({}, KeepBothRule, [](const auto&) {});
+        (new ExportModeWindow(false, &window()))->askForHandOver([](const auto&) {});
+        (new ReportWindow(ended, &window()))->show();
+        FinishAlert::show(window(), *ended, [] {});
         CrashWindow::show("a report");
         NewVersionAlert::show(window(), "9", QUrl("http://zell.example/"));
         for (const QWidget* top : QApplication::topLevelWidgets())

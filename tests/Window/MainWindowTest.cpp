@@ -30,7 +30,7 @@ TEST_F(MainWindowTest, ExportsCheckedTracksFromTheChooserToTheFolder)
     add("Three", "third");
     openOnPlayer();
     EXPECT_EQ(devices(), QStringList("Mira"));
-    EXPECT_EQ(info(), "iPod Connected!");
+    EXPECT_EQ(info(), "iPod Connected! (Mira)");
     EXPECT_EQ(titles(), QStringList({"One", "Two", "Three"}));
 
     Hands::clickCell(table(), table()->model()->index(0, Check));
@@ -92,7 +92,7 @@ TEST_F(MainWindowTest, CancellingTheExportModeStartsNothing)
     ASSERT_TRUE(waitUntil([this] { return part<QDialog>("_winExportMode")->isActiveWindow(); }));
     Hands::key("Escape");
     ASSERT_TRUE(waitUntil([this] { return !controller->jobs().isBusy(); }));
-    EXPECT_EQ(info(), "iPod Connected!");
+    EXPECT_EQ(info(), "iPod Connected! (Mira)");
     EXPECT_EQ(controller->jobs().report(), nullptr);
     EXPECT_FALSE(QFile::exists(out("Music/Artist/Album/One.mp3")));
 }
@@ -107,7 +107,7 @@ TEST_F(MainWindowTest, TheButtonStopsARunningExport)
     Hands::click(button);
     EXPECT_EQ(closeAlert(), "Export canceled!");
     EXPECT_EQ(info(), "Export Canceled!");
-    EXPECT_EQ(button->text(), "Export");
+    EXPECT_EQ(button->text(), "Export 20");
     EXPECT_FALSE(part<QProgressBar>("_li")->isVisible());
     EXPECT_TRUE(part<QPushButton>("_btnPlay")->isEnabled());
     const ExportReport& report = *controller->jobs().report();
@@ -122,6 +122,9 @@ TEST_F(MainWindowTest, UnpluggingDuringAnExportEndsItWithAReport)
     player.reset();
     ASSERT_TRUE(waitUntil([this] { return devices().isEmpty(); }));
     EXPECT_TRUE(part<QWidget>("_vEmpty")->isVisible());
+    const QMessageBox* alert = waitForAlert();
+    ASSERT_TRUE(alert);
+    EXPECT_EQ(alert->windowTitle(), "The device was disconnected");
     closeAlert();
     ASSERT_TRUE(waitUntil([this] { return !controller->jobs().isBusy(); }));
     EXPECT_EQ(controller->jobs().report()->items().size(), std::size_t(EndlessCount));
@@ -140,6 +143,12 @@ TEST_F(MainWindowTest, NamesWhatWasNotCopiedAndWhy)
     open();
     ASSERT_TRUE(waitUntil([this] { return titles().size() == 2; }));
     startExport();
+    const QMessageBox* alert = waitForAlert();
+    ASSERT_TRUE(alert);
+    EXPECT_EQ(alert->windowTitle(), "Finished, with 1 item(s) not copied");
+    EXPECT_EQ(alert->text(), "Export finished!\nFinished, with 1 item(s) not copied");
+    EXPECT_TRUE(alert->informativeText().contains("1 item(s) were copied."));
+    EXPECT_TRUE(alert->informativeText().contains(out("Music/Artist/Album")));
     EXPECT_EQ(closeAlert(), "Export finished!");
     auto* line = part<QToolButton>("_btnFailures");
     EXPECT_EQ(line->text(), "1 of 2 items were not copied");
@@ -178,12 +187,12 @@ TEST_F(MainWindowTest, TwoDevicesComeAndGo)
     noah.reset();
     ASSERT_TRUE(waitUntil([this] { return devices() == QStringList("Mira"); }));
     EXPECT_EQ(titles(), QStringList("One")) << "the one that is left becomes current";
-    EXPECT_EQ(info(), "iPod Disconnected!");
+    EXPECT_EQ(info(), "iPod Disconnected! (Noah)");
     mira.reset();
     ASSERT_TRUE(waitUntil([this] { return devices().isEmpty(); }));
     EXPECT_EQ(controller->window().devices().currentDevice(), nullptr);
     EXPECT_TRUE(titles().isEmpty());
-    EXPECT_EQ(info(), "iPod Disconnected!");
+    EXPECT_EQ(info(), "iPod Disconnected! (Mira)");
     EXPECT_FALSE(part<QPushButton>("_btnExport")->isEnabled());
 }
 
@@ -243,10 +252,17 @@ TEST_F(MainWindowTest, QuittingDuringAnExportAsksAndEndsCleanly)
     Hands::key("ctrl+q");
     ASSERT_TRUE(waitFor<QDialog>("_alertQuit"));
     ASSERT_TRUE(waitUntil([this] { return part<QDialog>("_alertQuit")->isActiveWindow(); }));
-    Hands::key("Escape"); // goes on
+    for (const char* key : {"Escape", "Return"}) { // either goes on
+        Hands::key(key);
+        ASSERT_TRUE(waitUntil([this] { return !part<QDialog>("_alertQuit"); }));
+        EXPECT_TRUE(window().isVisible());
+        EXPECT_TRUE(controller->jobs().isExport());
+        waitForKeyboard();
+        Hands::key("ctrl+q");
+        ASSERT_TRUE(waitForAlert("_alertQuit"));
+    }
+    Hands::key("Escape");
     ASSERT_TRUE(waitUntil([this] { return !part<QDialog>("_alertQuit"); }));
-    EXPECT_TRUE(window().isVisible());
-    EXPECT_TRUE(controller->jobs().isExport());
     stopAndQuit();
     EXPECT_TRUE(waitUntil([this] { return !window().isVisible(); }));
     EXPECT_FALSE(controller->jobs().isBusy());

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-using MenuValidation::validateMenuItem;
+using MenuValidation::isEnabled;
 
 namespace
 {
@@ -42,14 +42,14 @@ TEST_P(MenuRow, IsEnabledOnlyWithAllItNeeds)
     MenuState all;
     for (const Set& set : row.needs)
         set(all);
-    EXPECT_TRUE(validateMenuItem(row.command, all));
+    EXPECT_TRUE(isEnabled(row.command, all));
     for (std::size_t missing = 0; missing < row.needs.size(); ++missing) {
         MenuState state;
         for (std::size_t i = 0; i < row.needs.size(); ++i) {
             if (i != missing)
                 row.needs[i](state);
         }
-        EXPECT_FALSE(validateMenuItem(row.command, state)) << "need " << missing;
+        EXPECT_FALSE(isEnabled(row.command, state)) << "need " << missing;
     }
 }
 
@@ -61,6 +61,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{"exportSelectedPhotoAlbum",
                         Command::exportSelectedPhotoAlbum,
                         {device, [](MenuState& s) { s.albumSelected = true; }}},
+                    Row{"exportEverything", Command::exportEverything, {device}},
                     Row{"exportAllMedia", Command::exportAllMedia, {device}},
                     Row{"exportAllMusic", Command::exportAllMusic, {device}},
                     Row{"exportAllMovies", Command::exportAllMovies, {device}},
@@ -110,26 +111,26 @@ TEST(MenuValidationTest, AnyOtherItemIsAlwaysEnabled)
 {
     for (const Command command : {Command::showPref, Command::showAbout, Command::help,
                                   Command::openLog, Command::quit, Command::find, Command::hide})
-        EXPECT_TRUE(validateMenuItem(command, MenuState()));
+        EXPECT_TRUE(isEnabled(command, MenuState()));
 }
 
 TEST(MenuValidationTest, ShownListsCanBeExportedWithoutADevice)
 {
     MenuState state;
     state.tracksShown = state.trackChecked = state.photosShown = state.photoSelected = true;
-    EXPECT_TRUE(validateMenuItem(Command::exportCheckedTracks, state));
-    EXPECT_TRUE(validateMenuItem(Command::exportSelectedPhotos, state));
-    EXPECT_FALSE(validateMenuItem(Command::exportAllMedia, state));
-    EXPECT_FALSE(validateMenuItem(Command::exportAllPhotos, state));
+    EXPECT_TRUE(isEnabled(Command::exportCheckedTracks, state));
+    EXPECT_TRUE(isEnabled(Command::exportSelectedPhotos, state));
+    EXPECT_FALSE(isEnabled(Command::exportAllMedia, state));
+    EXPECT_FALSE(isEnabled(Command::exportAllPhotos, state));
 }
 
 TEST(MenuValidationTest, PlayingNeedsADeviceAndNoJob)
 {
     MenuState state;
     state.device = true;
-    EXPECT_TRUE(validateMenuItem(Command::play, state));
+    EXPECT_TRUE(isEnabled(Command::play, state));
     state.exporting = true;
-    EXPECT_FALSE(validateMenuItem(Command::play, state));
+    EXPECT_FALSE(isEnabled(Command::play, state));
 }
 
 TEST(MenuValidationTest, TheBrowserItemSaysWhatItWillDo)

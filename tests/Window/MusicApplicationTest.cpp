@@ -223,9 +223,17 @@ TEST_F(MusicApplicationTest, TheWindowHandsOverWhatItExports)
     Hands::key("Return");
     EXPECT_EQ(closeAlert(), "Export finished!");
     EXPECT_EQ(part<QToolButton>("_btnFailures")->text(),
-              "1 times the music application did not take a file");
+              "1 time(s) the music application did not take a file");
     EXPECT_TRUE(isInLibrary(out("Music/Artist/Album/One.wav")));
     EXPECT_EQ(filesOf("Road"), QStringList({"One.wav", "Two.wav"}));
+
+    waitForKeyboard();
+    Hands::key("ctrl+e");
+    ASSERT_TRUE(waitFor<QDialog>("_winExportMode"));
+    EXPECT_TRUE(waitUntil([this] { return part<RadioMatrix>("_mExportMode")->selectedRow() == 1; }))
+        << "what was answered last is proposed";
+    part<QDialog>("_winExportMode")->reject();
+    EXPECT_TRUE(waitUntil([this] { return !controller->jobs().isBusy(); }));
 }
 
 TEST_F(MusicApplicationTest, TheQuestionSaysThatThereIsNoApplication)

@@ -1,7 +1,7 @@
 // The window with phones on the USB: the libraries that speak to phones are real, the phones
 // behind them simulated.
 
-#include "Platform/AFCConnection.h"
+#include "Platform/PhoneFileService.h"
 #include "support/WindowFixture.h"
 #include "support/phone/SimulatedUsb.h"
 
@@ -16,7 +16,7 @@ using std::chrono::milliseconds;
 
 constexpr qint64 MiB = 1024 * 1024;
 /// A phone that hangs is given up by then, on a busy computer as well.
-constexpr milliseconds GivenUp = 2 * AFCConnection::Patience + std::chrono::seconds(10);
+constexpr milliseconds GivenUp = 2 * PhoneFileService::Patience + std::chrono::seconds(10);
 
 class PhoneWindowTest : public WindowFixture
 {
@@ -79,7 +79,8 @@ protected:
         window().tracks().setFocus();
         Hands::key("ctrl+f");
         const bool found = waitUntil([this] { return window().searchField().hasFocus(); });
-        return typed && deleted && found && timer.elapsed() < AFCConnection::Patience.count() / 2;
+        return typed && deleted && found &&
+               timer.elapsed() < PhoneFileService::Patience.count() / 2;
     }
 
     SimulatedUsb usb;
@@ -96,7 +97,7 @@ TEST_F(PhoneWindowTest, TwoPhonesComeAndGo)
     usb.attach(mira);
     open();
     ASSERT_TRUE(lists({"Mira"}));
-    EXPECT_EQ(info(), "iPod Connected!");
+    EXPECT_TRUE(info().startsWith("iPod Connected! (")) << info().toStdString();
     EXPECT_EQ(titles(), QStringList("One"));
     usb.attach(noah);
     ASSERT_TRUE(lists({"Mira", "Noah"}));
@@ -110,11 +111,11 @@ TEST_F(PhoneWindowTest, TwoPhonesComeAndGo)
     usb.detach(noah);
     ASSERT_TRUE(lists({"Mira"}));
     EXPECT_EQ(titles(), QStringList("One")) << "the one that is left becomes current";
-    EXPECT_EQ(info(), "iPod Disconnected!");
+    EXPECT_TRUE(info().startsWith("iPod Disconnected! (")) << info().toStdString();
     usb.detach(mira);
     ASSERT_TRUE(lists({}));
     EXPECT_TRUE(titles().isEmpty());
-    EXPECT_EQ(info(), "iPod Disconnected!");
+    EXPECT_TRUE(info().startsWith("iPod Disconnected! (")) << info().toStdString();
     EXPECT_FALSE(part<QPushButton>("_btnExport")->isEnabled());
 }
 
@@ -172,7 +173,7 @@ TEST_F(PhoneWindowTest, SaysWhyAPhoneIsNotShownAndShowsItOnceItTrustsTheComputer
     mira->setFaults({});
     usb.tellPaired(mira);
     ASSERT_TRUE(lists({"Noah", "Mira"}));
-    EXPECT_EQ(info(), "iPod Connected!");
+    EXPECT_TRUE(info().startsWith("iPod Connected! (")) << info().toStdString();
     chooseNextDevice();
     EXPECT_TRUE(waitUntil([this] { return titles() == QStringList("Two"); }));
 }
@@ -192,10 +193,11 @@ TEST_F(PhoneWindowTest, SaysThatAPhoneIsLockedAndShowsItOnceItIsConnectedUnlocke
     EXPECT_TRUE(part<QWidget>("_vEmpty")->isVisible());
 
     usb.detach(phone);
+    EXPECT_TRUE(waitUntil([this] { return info().isEmpty(); })) << "it is not there any more";
     phone->setFaults({});
     usb.attach(phone);
     ASSERT_TRUE(lists({"Mira"}));
-    EXPECT_EQ(info(), "iPod Connected!");
+    EXPECT_TRUE(info().startsWith("iPod Connected! (")) << info().toStdString();
     EXPECT_EQ(titles(), QStringList("One"));
 }
 
@@ -207,7 +209,7 @@ TEST_F(PhoneWindowTest, KeepsTheLevelInBoundsWhateverSizeAPhoneClaims)
     const auto phone = newPhone("Mira");
     phone->changeFaults([](PhoneFaults& faults) {
         faults.sizes["/iTunes_Control/Music/F00/1.mp3"] = "0";
-        faults.sizes["/iTunes_Control/Music/F00/2.mp3"] = "-1";
+        faults.sizes["/iTunes_Control/Music/F00/2.mp3"] = "1";
     });
     usb.attach(phone);
     open();
@@ -218,8 +220,8 @@ TEST_F(PhoneWindowTest, KeepsTheLevelInBoundsWhateverSizeAPhoneClaims)
                      [&](int value) { levels.push_back(value); });
     startExport();
     EXPECT_EQ(closeAlert(), "Export finished!");
-    EXPECT_EQ(Files::read(copyOf("One")), content);
-    EXPECT_EQ(Files::read(copyOf("Two")), content);
+    EXPECT_FALSE(QFile::exists(copyOf("One"))) << "nobody knows what it would hold";
+    EXPECT_EQ(Files::read(copyOf("Two")), content.first(1));
     EXPECT_NE(std::find(levels.begin(), levels.end(), bar->maximum()), levels.end());
     for (const int level : levels)
         EXPECT_TRUE(level >= 0 && level <= bar->maximum()) << level;
@@ -266,7 +268,7 @@ TEST_F(PhoneWindowTest, AnswersWhileAPhoneHangsInAnExportAndTakesItBackOnceItAns
                           GivenUp));
 
     phone->setFaults({});
-    ASSERT_TRUE(waitUntil([this] { return info() == "iPod Connected!"; }, GivenUp));
+    ASSERT_TRUE(waitUntil([this] { return info() == "iPod Connected! (Mira)"; }, GivenUp));
     EXPECT_EQ(devices(), QStringList("Mira"));
     EXPECT_EQ(titles().size(), 50);
 }
@@ -286,7 +288,7 @@ TEST_F(PhoneWindowTest, QuitsWhileAPhoneHangsInAnExport)
     QElapsedTimer timer;
     timer.start();
     controller.reset();
-    EXPECT_LT(timer.elapsed(), AFCConnection::Patience.count());
+    EXPECT_LT(timer.elapsed(), PhoneFileService::Patience.count());
 }
 
 TEST_F(PhoneWindowTest, AnswersAgainAfterAPhoneThatHungWhenItWasChosen)

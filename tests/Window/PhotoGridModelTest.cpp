@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace
 {
 QString captionOf(const QString& title, const QString& file, int id = 7)
@@ -26,6 +28,31 @@ TEST(PhotoGridModel, CaptionsAPhotoWithItsTitleElseItsFileElseItsNumber)
     EXPECT_EQ(captionOf("Harbour", "/DCIM/100APPLE/IMG_0001.JPG"), "Harbour");
     EXPECT_EQ(captionOf("", "/DCIM/100APPLE/IMG_0001.JPG"), "IMG_0001.JPG");
     EXPECT_EQ(captionOf({}, {}), "7");
+}
+
+TEST(PhotoGridModel, SaysWhenTheDeviceHoldsOnlyACopyForItsScreen)
+{
+    Photo photo;
+    photo.photoId = 7;
+    for (const auto& [width, height] : {std::pair(130, 88), std::pair(720, 480)}) {
+        Thumbnail rendition;
+        rendition.imageWidth = std::uint16_t(width);
+        rendition.imageHeight = std::uint16_t(height);
+        photo.thumbnails.push_back(rendition);
+    }
+    PhotoGridModel model;
+    model.setPhotos({&photo});
+    EXPECT_EQ(model.index(0).data().toString(), "7 (720 x 480)");
+    EXPECT_TRUE(model.index(0).data(Qt::ToolTipRole).toString().contains("only a copy"));
+
+    photo.fullSizeFile = "/Photos/Full Resolution/7.jpg";
+    EXPECT_EQ(model.index(0).data().toString(), "7.jpg");
+    EXPECT_FALSE(model.index(0).data(Qt::ToolTipRole).toString().contains("720"));
+
+    photo.fullSizeFile.clear();
+    photo.thumbnails.resize(1);
+    photo.thumbnails.front().imageWidth = 0; // it says nothing of its size
+    EXPECT_EQ(model.index(0).data().toString(), "7");
 }
 
 TEST(PhotoGridModel, ShowsBothEndsOfAVeryLongName)

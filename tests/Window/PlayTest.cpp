@@ -70,7 +70,46 @@ TEST_F(PlayTest, AMissingFileIsToldByTheStatusLineOnly)
     openOnPlayer();
     ASSERT_TRUE(QFile::remove(path("Mira/iPod_Control/Music/F00/1.mp3")));
     play(0);
-    expectOnlyInTheStatusLine("Export Finished!");
+    EXPECT_TRUE(waitUntil([this] { return info().startsWith("Export Finished!"); }));
+    EXPECT_TRUE(info().contains("“Gone” cannot be played: ")) << info().toStdString();
+    expectOnlyInTheStatusLine(info());
+}
+
+TEST_F(PlayTest, WhatIsNoSoundIsSaidToBeNone)
+{
+    add("Trap", "%PDF-1.7\n");
+    openOnPlayer();
+    play(0);
+    EXPECT_TRUE(waitUntil([this] { return info().contains("neither sound nor film"); }));
+    expectOnlyInTheStatusLine(info());
+}
+
+TEST_F(PlayTest, LeavesTheLineOfTheLastExportAlone)
+{
+    add("One", "first");
+    add("Gone", "x");
+    openOnPlayer();
+    ASSERT_TRUE(QFile::remove(path("Mira/iPod_Control/Music/F00/2.mp3")));
+    startExport();
+    closeAlert();
+    const auto* line = part<QToolButton>("_btnFailures");
+    ASSERT_TRUE(line->isVisible());
+    const QString text = line->text();
+    play(1);
+    EXPECT_TRUE(waitUntil([this] { return info().contains("cannot be played"); }));
+    EXPECT_TRUE(line->isVisible());
+    EXPECT_EQ(line->text(), text);
+    EXPECT_EQ(controller->jobs().report()->items().size(), 2U);
+}
+
+TEST_F(PlayTest, PlaysTheFirstRow)
+{
+    add("One", "no sound at all"); // a text: it gets as far as the look at what it is
+    add("Two", "second");
+    openOnPlayer();
+    play(0);
+    EXPECT_TRUE(waitUntil([this] { return info().contains("“One”"); }));
+    EXPECT_FALSE(part<QDialog>("_alert"));
 }
 
 TEST_F(PlayTest, StoppingIsToldByTheStatusLineOnly)

@@ -169,3 +169,16 @@ TEST_F(PreferencesWindowTest, AFolderWithoutAFullPathCannotBeStored)
     EXPECT_TRUE(done->isEnabled());
     delete window;
 }
+
+TEST_F(PreferencesWindowTest, LeavesAloneWhatChangedElsewhereMeanwhile)
+{
+    show();
+    config.setCopyRule(SkipRule); // the answer to a question that came over the window
+    config.setFolderPath(Section::Movies, "/elsewhere");
+    field("_tfMusic")->setText("/tmp/songs");
+    window->endPref();
+    const Config stored;
+    EXPECT_EQ(stored.copyRule(), SkipRule);
+    EXPECT_EQ(stored.folderPath(Section::Movies), "/elsewhere");
+    EXPECT_EQ(stored.folderPath(Section::Music), "/tmp/songs");
+}

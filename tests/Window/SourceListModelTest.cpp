@@ -1,5 +1,6 @@
 #include "Window/Models/SourceListModel.h"
 
+#include "Device/Track.h"
 #include "Device/TrackDb.h"
 #include "support/Files.h"
 #include "support/ITunesDbWriter.h"
@@ -7,6 +8,7 @@
 #include "support/SamplePlayer.h"
 
 #include <QAbstractItemModelTester>
+#include <QSignalSpy>
 
 #include <gtest/gtest.h>
 
@@ -87,4 +89,49 @@ TEST_F(SourceListModelTest, KnowsWhichSectionEachRowBelongsTo)
     EXPECT_EQ(model.section(model.index(8, 0)), Section::Photos);
     EXPECT_TRUE(model.hasSection(Section::Music));
     EXPECT_FALSE(model.hasSection(Section::CameraRoll));
+}
+
+TEST_F(SourceListModelTest, SaysOfWhichRowsNotEverythingCouldBeRead)
+{
+    show(SamplePlayer::library());
+    const auto isWarned = [this](int row) {
+        return model.index(row, 0).data(SourceListModel::HasProblemsRole).toBool();
+    };
+    const auto textOf = [this](int row, int role) {
+        return model.index(row, 0).data(role).toString();
+    };
+    constexpr int PhotosRow = 8;
+    for (int row = 0; row < model.rowCount(); ++row)
+        EXPECT_FALSE(isWarned(row)) << row;
+
+    const Problem problem{Problem::Kind::Damaged, "12 of <b>20</b> photos", "cut at 400"};
+    const QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
+    model.setProblems({{"photoDb", problem}});
+    EXPECT_EQ(changes.size(), 1);
+    for (int row = 0; row < model.rowCount(); ++row)
+        EXPECT_EQ(isWarned(row), row == PhotosRow) << row;
+    EXPECT_TRUE(textOf(PhotosRow, Qt::ToolTipRole).contains("&lt;b&gt;"));
+    EXPECT_EQ(textOf(PhotosRow, Qt::AccessibleDescriptionRole), problem.words);
+    EXPECT_EQ(model.problems(Section::Photos).size(), 1U);
+    EXPECT_TRUE(model.problems(Section::Music).empty());
+
+    model.setProblems({{"photoDb", problem}});
+    EXPECT_EQ(changes.size(), 1) << "nothing has changed";
+    model.setProblems({{"trackDb", problem}});
+    EXPECT_TRUE(isWarned(0));
+    EXPECT_FALSE(isWarned(PhotosRow));
+    model.setDevice(nullptr);
+    EXPECT_TRUE(model.problems(Section::Music).empty());
+}
+
+TEST_F(SourceListModelTest, CountsTheCheckedTracksOfTheDevice)
+{
+    EXPECT_EQ(model.checkedCount(), 0);
+    show(SamplePlayer::library());
+    EXPECT_EQ(model.checkedCount(), 0);
+    const auto& tracks = device.trackDb()->tracks();
+    tracks.front()->checked = tracks.back()->checked = true;
+    EXPECT_EQ(model.checkedCount(), 2);
+    model.setDevice(nullptr);
+    EXPECT_EQ(model.checkedCount(), 0);
 }

@@ -25,6 +25,11 @@ public:
             onItem(int(progress));
     }
     void showItem(const ExportItem& item) override { results.push_back(item.result); }
+    void showPart(int before) override { parts.push_back(before); }
+    void showNotPlayed(const QString& title, const Failure& why) override
+    {
+        told.append(QString("%1 not played: %2").arg(title, why.words));
+    }
     void showFinish(bool canceled, bool alert) override
     {
         told.append(QString(canceled ? "canceled" : "finished") + (alert ? "!" : ""));
@@ -50,6 +55,7 @@ public:
             toStop = true;
         return !toStop && (!onChunk || onChunk(int(chunks.size())));
     }
+    bool waited(double /*progress*/) override { return !toStop; }
 
     std::atomic<bool> toStop = false;
     int stopAtChunk = 0;
@@ -65,4 +71,5 @@ public:
     int exportModeQuestions = 0;
     std::vector<double> chunks;
     std::vector<ExportItem::Result> results;
+    std::vector<int> parts; ///< how many items came before each
 };

@@ -28,6 +28,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QToolButton>
@@ -59,6 +60,7 @@ public:
     {
         _listener.deviceFailed(words, exactText);
     }
+    void unusableDeviceLeft() override { _listener.unusableDeviceLeft(); }
     bool exported(double progress) override
     {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
@@ -77,7 +79,7 @@ protected:
     {
         for (int i = 0; i < int(Sections::Count); ++i)
             Config::instance().setFolderPath(Section(i), out(Sections::folderName(Section(i))));
-        Config::instance().save();
+        EXPECT_TRUE(Config::instance().save());
     }
 
     [[nodiscard]] QString path(const QString& name) const { return _folder.filePath(name); }
@@ -242,7 +244,7 @@ protected:
         Hands::key("ctrl+q");
         ASSERT_TRUE(waitFor<QDialog>("_alertQuit"));
         ASSERT_TRUE(waitUntil([this] { return part<QDialog>("_alertQuit")->isActiveWindow(); }));
-        Hands::key("Return");
+        Hands::key("alt+s");
     }
     /// Answers the question where to export to.
     void confirmExportMode()
@@ -252,17 +254,25 @@ protected:
             waitUntil([this] { return part<QDialog>("_winExportMode")->isActiveWindow(); }));
         Hands::key("Return");
     }
-    /// Waits for the alert at the end, and closes it.
+    /// Waits for an alert that has the keyboard.
+    QMessageBox* waitForAlert(const QString& name = "_alertFinish")
+    {
+        auto* box = waitFor<QMessageBox>(name);
+        if (box) {
+            EXPECT_TRUE(waitUntil([&] { return box->isActiveWindow(); }));
+        }
+        return box;
+    }
+    /// Waits for the alert at the end, and closes it. Gives the first line of what it says.
     QString closeAlert(const QString& name = "_alertFinish")
     {
-        auto* box = waitFor<QDialog>(name);
+        const auto* box = waitForAlert(name);
         if (!box)
             return {};
-        EXPECT_TRUE(waitUntil([&] { return box->isActiveWindow(); }));
-        const QString title = box->windowTitle();
+        const QString line = box->text().section('\n', 0, 0);
         Hands::key("Return");
         EXPECT_TRUE(waitUntil([&] { return !part<QDialog>(name); }));
-        return title;
+        return line;
     }
 
     TestLibrary library;

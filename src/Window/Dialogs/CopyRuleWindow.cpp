@@ -29,8 +29,8 @@ CopyRuleWindow::CopyRuleWindow(QWidget* parent)
     QPushButton* goOn = buttons->addButton(tr("Continue"), QDialogButtonBox::AcceptRole);
     goOn->setDefault(true);
     buttons->addButton(tr("Cancel Export"), QDialogButtonBox::RejectRole);
-    connect(buttons, &QDialogButtonBox::accepted, this, &CopyRuleWindow::stopCopyRule);
-    connect(buttons, &QDialogButtonBox::rejected, this, &CopyRuleWindow::abortCopyRule);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(20, 20, 20, 16);
@@ -42,10 +42,11 @@ CopyRuleWindow::CopyRuleWindow(QWidget* parent)
     layout->addWidget(buttons);
 }
 
-void CopyRuleWindow::ask(const QString& path,
+void CopyRuleWindow::ask(const QString& path, int rule,
                          const std::function<void(const std::optional<ClashAnswer>& answer)>& reply)
 {
     _tfCopyRule->setText(ClashRule::question(path));
+    _mCopyRule1->setSelectedRow(rule - 1);
     connect(this, &QDialog::finished, this, [this, reply](int result) { reply(answer(result)); });
     show();
 }

@@ -18,16 +18,10 @@ class CopyRuleWindow final : public QDialog
 public:
     explicit CopyRuleWindow(QWidget* parent = nullptr);
 
-    /// Shows the question, modally, and deletes itself when it is closed. `reply` gets the
-    /// answer, or none when the person gives up the whole export.
-    void ask(const QString& path,
+    /// Shows the question, modally, with `rule` chosen, and deletes itself when it is closed.
+    /// `reply` gets the answer, or none when the person gives up the whole export.
+    void ask(const QString& path, int rule,
              const std::function<void(const std::optional<ClashAnswer>& answer)>& reply);
-
-public Q_SLOTS:
-    /// Goes on with the chosen rule.
-    void stopCopyRule() { accept(); }
-    /// Gives up the export.
-    void abortCopyRule() { reject(); }
 
 private:
     [[nodiscard]] std::optional<ClashAnswer> answer(int result) const;

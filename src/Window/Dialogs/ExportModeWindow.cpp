@@ -15,10 +15,11 @@ namespace
 constexpr int FoldersAndMusicApplication = 1; ///< the row
 }
 
-ExportModeWindow::ExportModeWindow(QWidget* parent)
+ExportModeWindow::ExportModeWindow(bool handsOver, QWidget* parent)
     : QDialog(parent)
     , _mExportMode(new RadioMatrix(
           {tr("To &folders only"), tr("To folders, and add to the &music application")}))
+    , _handsOver(handsOver)
 {
     setObjectName(QStringLiteral("_winExportMode"));
     setWindowTitle(Program::briefName());
@@ -38,8 +39,8 @@ ExportModeWindow::ExportModeWindow(QWidget* parent)
     auto* buttons = new QDialogButtonBox;
     buttons->addButton(tr("Export"), QDialogButtonBox::AcceptRole)->setDefault(true);
     buttons->addButton(QDialogButtonBox::Cancel);
-    connect(buttons, &QDialogButtonBox::accepted, this, &ExportModeWindow::stopExportMode);
-    connect(buttons, &QDialogButtonBox::rejected, this, &ExportModeWindow::cancelExportMode);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(20, 20, 20, 16);
@@ -60,6 +61,8 @@ void ExportModeWindow::showMusicApplication(const QString& name)
     auto* row = _mExportMode->findChildren<QRadioButton*>().at(FoldersAndMusicApplication);
     row->setText(tr("To folders, and add to the &music of %1").arg(name));
     row->setEnabled(true);
+    if (_handsOver)
+        _mExportMode->setSelectedRow(FoldersAndMusicApplication);
 }
 
 void ExportModeWindow::askForHandOver(

@@ -12,20 +12,18 @@ class ExportModeWindow final : public QDialog
 {
     Q_OBJECT
 public:
-    explicit ExportModeWindow(QWidget* parent = nullptr);
+    /// `handsOver`: the choice that is made at first, as soon as it is known to be one.
+    explicit ExportModeWindow(bool handsOver, QWidget* parent = nullptr);
 
     /// Shows the question, modally, and deletes itself when it is closed. `reply` gets whether
     /// to add the files, or no answer when the export is given up. Where no music application
     /// can take them, that choice is there but cannot be made.
     void askForHandOver(const std::function<void(const std::optional<bool>& handsOver)>& reply);
 
-public Q_SLOTS:
-    void stopExportMode() { accept(); }
-    void cancelExportMode() { reject(); }
-
 private:
     /// Makes the second row a choice, or says why it is none.
     void showMusicApplication(const QString& name);
 
     RadioMatrix* _mExportMode;
+    bool _handsOver;
 };

@@ -1,6 +1,7 @@
 #include "Window/Dialogs/PreferencesWindow.h"
 
 #include "Export/ClashRule.h"
+#include "Window/Dialogs/Alert.h"
 #include "Window/Dialogs/RadioMatrix.h"
 #include "Window/Icons.h"
 
@@ -107,26 +108,43 @@ void PreferencesWindow::setUpSwitch(bool canCheckVersion)
     _btnCheckVersion->setAccessibleDescription(why);
 }
 
+int PreferencesWindow::rowOfRule() const
+{
+    // Any other number overwrites as well.
+    const int rule = _config.copyRule();
+    return rule >= AskRule && rule <= SkipRule ? rule : OverwriteRule;
+}
+
 void PreferencesWindow::showPref()
 {
-    for (int i = 0; i < int(Sections::Count); ++i)
-        _fields[std::size_t(i)]->setText(_config.existingFolder(Section(i)));
-    const int rule = _config.copyRule();
-    // Any other number overwrites as well.
-    _mCopyRule->setSelectedRow(rule >= AskRule && rule <= SkipRule ? rule : OverwriteRule);
-    _btnCheckVersion->setChecked(_config.checkVersion());
+    for (std::size_t i = 0; i < Sections::Count; ++i) {
+        _shownFolders[i] = _config.existingFolder(Section(i));
+        _fields[i]->setText(_shownFolders[i]);
+    }
+    _shownRow = rowOfRule();
+    _mCopyRule->setSelectedRow(_shownRow);
+    _shownCheck = _config.checkVersion();
+    _btnCheckVersion->setChecked(_shownCheck);
     _fields[0]->setFocus();
     show();
 }
 
 void PreferencesWindow::endPref()
 {
-    for (int i = 0; i < int(Sections::Count); ++i)
-        _config.setFolderPath(Section(i), _fields[std::size_t(i)]->text());
-    _config.setCopyRule(_mCopyRule->selectedRow());
-    _config.setCheckVersion(_btnCheckVersion->isChecked());
-    _config.save();
+    // The question about a file that is there may have been answered, and its answer remembered,
+    // since the window came up: what nobody touched here is not ours to store.
+    for (std::size_t i = 0; i < Sections::Count; ++i) {
+        if (_fields[i]->text() != _shownFolders[i])
+            _config.setFolderPath(Section(i), _fields[i]->text());
+    }
+    if (_mCopyRule->selectedRow() != _shownRow)
+        _config.setCopyRule(_mCopyRule->selectedRow());
+    if (_btnCheckVersion->isChecked() != _shownCheck)
+        _config.setCheckVersion(_btnCheckVersion->isChecked());
+    const Status saved = _config.save();
     accept();
+    if (QWidget* above = parentWidget())
+        Alert::showFailure(*above, QStringLiteral("_alertSettings"), saved);
 }
 
 void PreferencesWindow::selectBackupFolder(int tag)

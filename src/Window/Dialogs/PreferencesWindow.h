@@ -26,7 +26,8 @@ public:
     void showPref();
 
 public Q_SLOTS:
-    /// Stores all fields, the rule and the switch, and closes.
+    /// Stores what the person changed of the fields, the rule and the switch, and closes. What
+    /// changed elsewhere while the window stood there stays.
     void endPref();
     /// Asks for the folder of a field. Tags count from 1 here; any other tag belongs to no field,
     /// and what is chosen goes nowhere.
@@ -35,8 +36,12 @@ public Q_SLOTS:
 private:
     void setUpSwitch(bool canCheckVersion);
     void validate();
+    [[nodiscard]] int rowOfRule() const;
 
     Config& _config;
+    std::array<QString, Sections::Count> _shownFolders; ///< as the fields stood at first
+    int _shownRow = 0;
+    bool _shownCheck = true;
     std::array<QLineEdit*, Sections::Count> _fields{};
     RadioMatrix* _mCopyRule;
     QCheckBox* _btnCheckVersion;

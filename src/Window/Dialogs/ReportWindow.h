@@ -4,19 +4,25 @@
 
 #include <QDialog>
 
-class ExportReport;
+#include <memory>
 
-/// The report of the last export: what was not copied and why, or all items.
+class QLayout;
+struct FinishedExport;
+
+/// The report of the last export: what was not copied and why, or all items; and at its head what
+/// could not be read of the device at all.
 class ReportWindow final : public QDialog
 {
     Q_OBJECT
 public:
-    /// The report outlives the window.
-    explicit ReportWindow(const ExportReport& report, QWidget* parent = nullptr);
+    /// Has a share of the report: another export may begin, and end, while the window is there.
+    explicit ReportWindow(std::shared_ptr<const FinishedExport> ended, QWidget* parent = nullptr);
 
 private:
+    QLayout* makeHead();
+    QWidget* makeTable();
     void save();
 
-    const ExportReport& _report;
+    std::shared_ptr<const FinishedExport> _ended;
     ReportModel _model;
 };

@@ -16,7 +16,7 @@ QString outcome(ExportItem::Result result)
     case ExportItem::Result::Incomplete:
         return ReportModel::tr("Not copied whole");
     case ExportItem::Result::Failed:
-        return ReportModel::tr("Could not be written");
+        return ReportModel::tr("Could not be copied");
     case ExportItem::Result::Stopped:
         return ReportModel::tr("Stopped");
     case ExportItem::Result::Planned:
@@ -35,12 +35,14 @@ ReportModel::ReportModel(const std::vector<ExportItem>& items, QObject* parent)
 
 void ReportModel::showAll(bool all)
 {
-    beginResetModel();
-    _rows.clear();
+    std::vector<std::size_t> rows;
     for (std::size_t i = 0; i < _items.size(); ++i) {
         if (all || _items[i].isNotCopied())
-            _rows.push_back(i);
+            rows.push_back(i);
     }
+    // Nothing between these two may throw: views would wait for the second for ever.
+    beginResetModel();
+    _rows.swap(rows);
     endResetModel();
 }
 

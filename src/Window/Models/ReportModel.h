@@ -11,6 +11,7 @@ class ReportModel final : public QAbstractTableModel
 public:
     enum Column { Item, Outcome, Why, From, To, ColumnCount };
 
+    /// The items outlive the model, and stay as they are.
     explicit ReportModel(const std::vector<ExportItem>& items, QObject* parent = nullptr);
 
     void showAll(bool all);

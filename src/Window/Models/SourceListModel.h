@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Device/Problem.h"
 #include "Device/Section.h"
 
 #include <QAbstractItemModel>
@@ -28,13 +29,22 @@ public:
         KindRole = Qt::UserRole, ///< the row's Kind, as an int
         SectionRole,             ///< the Section that the row is or stands below, as an int
         PlaylistRole,            ///< the `Playlist*` of a row below Playlists
-        AlbumRole                ///< the `Album*` of a row below Photos
+        AlbumRole,               ///< the `Album*` of a row below Photos
+        HasProblemsRole          ///< whether not all that a section holds could be read
     };
 
     explicit SourceListModel(QObject* parent = nullptr);
 
     /// Shows a device; null shows nothing. The device must live until another one is set.
     void setDevice(Device* device);
+
+    /// What could not be read of the device. Rows whose section it is about say so, in a role, a
+    /// tip and to screen readers.
+    void setProblems(const std::vector<ReaderProblem>& problems);
+    /// What could not be read of a section.
+    [[nodiscard]] std::vector<Problem> problems(Section section) const;
+    /// How many of the device's tracks are checked.
+    [[nodiscard]] int checkedCount() const;
 
     [[nodiscard]] Kind kind(const QModelIndex& index) const;
     /// The section that the row is, or stands below.
@@ -55,12 +65,20 @@ private:
         Section section;
         QString label;
     };
+    /// All that is known of a device.
+    struct Rows {
+        std::vector<TopRow> top;
+        std::vector<Playlist*> playlists;
+        std::vector<Album*> albums;
+        std::vector<Track*> tracks; ///< that can be checked
+    };
 
-    void addSection(Device& device, Section section);
+    static Rows rowsOf(Device& device);
+    static void addSection(Rows& rows, Device& device, Section section);
+    [[nodiscard]] QString problemWords(const QModelIndex& index) const;
     [[nodiscard]] int topRowOf(Section section) const;
     [[nodiscard]] QString label(const QModelIndex& index) const;
 
-    std::vector<TopRow> _topRows;
-    std::vector<Playlist*> _playlists;
-    std::vector<Album*> _albums;
+    Rows _rows;
+    std::vector<ReaderProblem> _problems;
 };

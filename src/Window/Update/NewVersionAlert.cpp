@@ -11,23 +11,24 @@
 
 void NewVersionAlert::show(QWidget& window, const QString& version, const QUrl& downloadPage)
 {
-    const auto tr = [](const char* text) {
-        return QCoreApplication::translate("NewVersionAlert", text);
-    };
-    const QString title = tr("%1 New Version").arg(Program::briefName());
+    const QString title =
+        QCoreApplication::translate("NewVersionAlert", "%1 New Version").arg(Program::briefName());
     auto* box =
         new QMessageBox(QMessageBox::Information, title, title, QMessageBox::NoButton, &window);
     box->setObjectName(QStringLiteral("_alertNewVersion"));
     // What the service says is a text, whatever it looks like. The box's own format does not
     // reach its second text.
-    box->setInformativeText(tr("New version %1 found!").arg(version));
+    box->setInformativeText(
+        QCoreApplication::translate("NewVersionAlert", "New version %1 found!").arg(version));
     const auto labels = box->findChildren<QLabel*>();
     for (QLabel* label : labels)
         label->setTextFormat(Qt::PlainText);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setWindowModality(Qt::ApplicationModal);
-    box->setDefaultButton(box->addButton(tr("Download"), QMessageBox::AcceptRole));
-    box->addButton(tr("Cancel"), QMessageBox::RejectRole);
+    box->setDefaultButton(box->addButton(QCoreApplication::translate("NewVersionAlert", "Download"),
+                                         QMessageBox::AcceptRole));
+    box->addButton(QCoreApplication::translate("NewVersionAlert", "Cancel"),
+                   QMessageBox::RejectRole);
     QObject::connect(box, &QMessageBox::accepted, box,
                      [downloadPage] { Workspace::openAddress(downloadPage); });
     box->show();

@@ -2,8 +2,8 @@
 #include "Base/Fault.h"
 #include "Export/Config.h"
 #include "Platform/PatientThread.h"
-#include "Window/Crash/FaultExceptionHandlerDelegate.h"
-#include "Window/Crash/FaultExceptionPanelController.h"
+#include "Window/Crash/FaultHandler.h"
+#include "Window/Crash/FaultReport.h"
 #include "Window/Crash/RaisedException.h"
 #include "Window/ExportWorker.h"
 #include "support/EventLoop.h"
@@ -49,7 +49,7 @@ QString head(const QString& name, const QString& reason)
 QString reportOf(const RaisedException& exception)
 {
     QString report;
-    FaultExceptionPanelController(exception, Address, [&](const QString& text) { report += text; });
+    FaultReport(exception, Address, [&](const QString& text) { report += text; });
     return report;
 }
 
@@ -92,7 +92,7 @@ protected:
         return !alert();
     }
 
-    FaultExceptionHandlerDelegate handler{Address};
+    FaultHandler handler{Address};
 };
 
 /// A window that only hears of its job.
@@ -117,9 +117,9 @@ public:
 TEST_F(CrashReportTest, AnInconsistencyThatBeginsWithLockFocusShowsNothing)
 {
     const RaisedException exception{"NSInternalInconsistencyException", "lockFocus on nothing", {}};
-    EXPECT_FALSE(FaultExceptionHandlerDelegate::shouldDisplayException(exception));
+    EXPECT_FALSE(FaultHandler::shouldDisplayException(exception));
     EXPECT_TRUE(handler.shouldHandleException(exception));
-    EXPECT_TRUE(FaultExceptionHandlerDelegate::shouldLogException(exception));
+    EXPECT_TRUE(FaultHandler::shouldLogException(exception));
     EXPECT_TRUE(staysAway());
 }
 
@@ -134,11 +134,11 @@ TEST_F(CrashReportTest, AnInconsistencyWithAnyOtherReasonShowsTheReport)
 TEST_F(CrashReportTest, ExceptionsOfPicturesAndTextsShowNothing)
 {
     for (const QString name : {"NSImageCacheException", "GIFReadingException", "NSRTFException"}) {
-        EXPECT_FALSE(FaultExceptionHandlerDelegate::shouldDisplayException({name, "any", {}}));
+        EXPECT_FALSE(FaultHandler::shouldDisplayException({name, "any", {}}));
         EXPECT_TRUE(handler.shouldHandleException({name, "any", {}}));
     }
     EXPECT_TRUE(staysAway());
-    EXPECT_TRUE(FaultExceptionHandlerDelegate::shouldDisplayException({"N", "lockFocus", {}}));
+    EXPECT_TRUE(FaultHandler::shouldDisplayException({"N", "lockFocus", {}}));
 }
 
 TEST_F(CrashReportTest, AnExceptionWithoutAddressesGetsTheStackOfTheHandlingThread)
@@ -256,7 +256,7 @@ TEST_F(CrashReportTest, AnExceptionThatIsThrownOnItsWayOutIsNotMistakenForIt)
 TEST(FaultTest, AHandlerThatIsGoneHandlesNothing)
 {
     {
-        const FaultExceptionHandlerDelegate handler{Address};
+        const FaultHandler handler{Address};
         EXPECT_FALSE(Fault::guard(throwInASlot));
     }
     EXPECT_THROW(Fault::guard(throwInASlot), std::runtime_error);

@@ -4,7 +4,7 @@
 #include "Base/Exception.h"
 #include "Window/Crash/Application.h"
 #include "Window/Crash/FatalSignals.h"
-#include "Window/Crash/FaultExceptionHandlerDelegate.h"
+#include "Window/Crash/FaultHandler.h"
 
 #include <QFile>
 #include <QPlainTextEdit>
@@ -73,7 +73,7 @@ volatile int depth = 0;
 /// What the person sees, as the program would show it.
 int show(const QString& folder)
 {
-    FaultExceptionHandlerDelegate handler("support@zell.example");
+    FaultHandler handler("support@zell.example");
     handler.showReportsLeftIn(folder);
     QCoreApplication::processEvents();
     const auto windows = QApplication::topLevelWidgets();
