@@ -1,4 +1,4 @@
-#include "Console/ExportSummary.h"
+#include "Console/ConsoleSummary.h"
 
 #include <QHash>
 
@@ -11,12 +11,12 @@ namespace
 constexpr std::size_t MostReasons = 8;
 } // namespace
 
-ExportSummary::ExportSummary(const std::vector<ExportItem>& items)
+ConsoleSummary::ConsoleSummary(const std::vector<ExportItem>& items)
     : _items(items)
 {
 }
 
-QString ExportSummary::counts() const
+QString ConsoleSummary::counts() const
 {
     using Result = ExportItem::Result;
     const auto count = [this](Result result) {
@@ -35,7 +35,7 @@ QString ExportSummary::counts() const
     return line;
 }
 
-QStringList ExportSummary::reasons() const
+QStringList ConsoleSummary::reasons() const
 {
     QHash<QString, int> counts;
     for (const ExportItem& item : _items) {
