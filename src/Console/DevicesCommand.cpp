@@ -1,5 +1,6 @@
 #include "Console/Commands.h"
 #include "Console/DeviceChooser.h"
+#include "Console/Interrupt.h"
 #include "Console/LibraryJson.h"
 #include "Console/Terminal.h"
 
@@ -8,6 +9,8 @@
 int Commands::devices(const CommandLine& line)
 {
     const Device::Devices devices = DeviceChooser::connected(line.waitSeconds);
+    if (Interrupt::requested())
+        return ExitCode::Stopped;
     if (line.json) {
         Terminal::printJson(LibraryJson::devices(devices));
         return ExitCode::Done;

@@ -1,9 +1,9 @@
 #include "Base/PathName.h"
 #include "Console/Commands.h"
 #include "Console/ConsoleExportHost.h"
+#include "Console/ConsoleSummary.h"
 #include "Console/DeviceChooser.h"
 #include "Console/ExportSelection.h"
-#include "Console/SummaryLines.h"
 #include "Console/Interrupt.h"
 #include "Console/Problems.h"
 #include "Console/Terminal.h"
@@ -118,7 +118,7 @@ bool wasStopped(const ExportReport& report)
 void sayHowItEnded(const std::vector<ExportItem>& items, std::size_t problems,
                    const QStringList& destinations, const QString& reportPath)
 {
-    const SummaryLines summary(items);
+    const ConsoleSummary summary(items);
     Terminal::say(summary.counts());
     for (const QString& line : summary.reasons())
         Terminal::say(line);

@@ -1,7 +1,6 @@
 #include "Export/ExportJob.h"
 
 #include "Base/PathName.h"
-#include "Base/Utility.h"
 #include "Device/Device.h"
 #include "Device/Playlist.h"
 #include "Device/Track.h"

@@ -54,6 +54,8 @@ void ExportSummary::count(const ExportItem& item)
     case ExportItem::Result::Stopped:
         ++_notCopied;
         break;
+    case ExportItem::Result::Planned: // of no export that ran
+        break;
     }
 }
 

@@ -44,7 +44,8 @@ TEST(TerminalHarmless, ShowsWhatBreaksLinesTurnsOrHidesText)
                                     U"\U000e0041\U0001d173") {
         if (character == 0) // the end of the literal
             break;
-        const QString text = "a" + QString::fromUcs4(&character, 1) + "b";
+        const char32_t letters[] = {U'a', character, U'b'};
+        const QString text = QString::fromUcs4(letters, 3);
         EXPECT_EQ(Terminal::harmless(text), QString::fromUtf8("a\uFFFDb"))
             << "U+" << std::hex << quint32(character);
     }

@@ -230,9 +230,8 @@ TEST_F(MusicApplicationTest, TheWindowHandsOverWhatItExports)
     waitForKeyboard();
     Hands::key("ctrl+e");
     ASSERT_TRUE(waitFor<QDialog>("_winExportMode"));
-    EXPECT_TRUE(waitUntil([this] {
-        return part<RadioMatrix>("_mExportMode")->selectedRow() == 1;
-    })) << "what was answered last is proposed";
+    EXPECT_TRUE(waitUntil([this] { return part<RadioMatrix>("_mExportMode")->selectedRow() == 1; }))
+        << "what was answered last is proposed";
     part<QDialog>("_winExportMode")->reject();
     EXPECT_TRUE(waitUntil([this] { return !controller->jobs().isBusy(); }));
 }

@@ -1,4 +1,4 @@
-#include "Console/SummaryLines.h"
+#include "Console/ConsoleSummary.h"
 
 #include <QHash>
 
@@ -11,12 +11,12 @@ namespace
 constexpr std::size_t MostReasons = 8;
 } // namespace
 
-SummaryLines::SummaryLines(const std::vector<ExportItem>& items)
+ConsoleSummary::ConsoleSummary(const std::vector<ExportItem>& items)
     : _items(items)
 {
 }
 
-QString SummaryLines::counts() const
+QString ConsoleSummary::counts() const
 {
     using Result = ExportItem::Result;
     const auto count = [this](Result result) {
@@ -35,7 +35,7 @@ QString SummaryLines::counts() const
     return line;
 }
 
-QStringList SummaryLines::reasons() const
+QStringList ConsoleSummary::reasons() const
 {
     QHash<QString, int> counts;
     for (const ExportItem& item : _items) {

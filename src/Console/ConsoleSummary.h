@@ -8,12 +8,12 @@
 
 /// The closing words of an export: how many items had which end, what was the matter with those
 /// that were not copied, and where all went.
-class SummaryLines
+class ConsoleSummary
 {
-    Q_DECLARE_TR_FUNCTIONS(SummaryLines)
+    Q_DECLARE_TR_FUNCTIONS(ConsoleSummary)
 
 public:
-    explicit SummaryLines(const std::vector<ExportItem>& items);
+    explicit ConsoleSummary(const std::vector<ExportItem>& items);
 
     /// "97 copied, 2 failed".
     [[nodiscard]] QString counts() const;
