@@ -2,22 +2,12 @@
 
 #include "Base/PathName.h"
 #include "Device/Photo.h"
+#include "Window/ShownText.h"
 
 #include <QTextDocument>
 
 namespace
 {
-constexpr qsizetype LongestCaption = 256;
-
-/// A name from a device can have any length. Nobody sees the middle of a long one, and finding out
-/// how much room it needs would take seconds.
-QString shortened(const QString& name)
-{
-    constexpr qsizetype Half = LongestCaption / 2;
-    return name.size() <= LongestCaption ? name
-                                         : name.first(Half) + QChar(0x2026) + name.last(Half);
-}
-
 /// What people know a picture by: its title, else its file name, else its number.
 QString caption(const Photo& photo)
 {
@@ -53,9 +43,9 @@ QVariant PhotoGridModel::data(const QModelIndex& index, int role) const
     Photo* photo = _photos[std::size_t(index.row())];
     switch (role) {
     case Qt::DisplayRole:
-        return shortened(caption(*photo));
+        return ShownText::of(caption(*photo));
     case Qt::ToolTipRole: // or a name with tags in it would be shown as a document
-        return Qt::convertFromPlainText(shortened(caption(*photo)));
+        return Qt::convertFromPlainText(ShownText::of(caption(*photo)));
     case Qt::DecorationRole:
         return photo->smallImage();
     case PhotoRole:
