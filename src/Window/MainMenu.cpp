@@ -128,7 +128,7 @@ void MainMenu::nameForTheDesktop()
 void MainMenu::setShortcuts()
 {
     action(Command::exportOrStop)->setShortcut(QKeySequence(tr("Ctrl+E")));
-    action(Command::stop)->setShortcuts({QKeySequence(tr("Ctrl+.")), QKeySequence(Qt::Key_Escape)});
+    action(Command::stop)->setShortcut(QKeySequence(tr("Ctrl+.")));
     action(Command::play)->setShortcut(QKeySequence(tr("Ctrl+P")));
     action(Command::find)->setShortcut(QKeySequence::Find);
     action(Command::showPref)->setShortcut(QKeySequence(tr("Ctrl+,")));

@@ -18,7 +18,9 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QScreen>
 #include <QSettings>
+#include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
 
@@ -26,6 +28,7 @@ namespace
 {
 constexpr QSize UsualSize(1080, 700);
 constexpr QSize SmallestSize(760, 480);
+constexpr QSize FrameAllowance(16, 48); ///< what a window manager adds around a window
 constexpr int SourceListWidth = 230;
 constexpr int BrowserHeight = 190;
 constexpr int SearchWidth = 240;
@@ -77,8 +80,6 @@ MainWindow::MainWindow(TrackBrowser& browser)
     setObjectName(QStringLiteral("_window"));
     setWindowTitle(Program::fullName());
     setWindowIcon(Icons::named(QStringLiteral("zell-transfer")));
-    setMinimumSize(SmallestSize);
-    resize(UsualSize);
 
     auto* empty = new EmptyState;
     connect(empty, &EmptyState::helpClicked, this, &MainWindow::helpClicked);
@@ -97,11 +98,21 @@ MainWindow::MainWindow(TrackBrowser& browser)
     layout->addWidget(makeLine());
     layout->addWidget(_status);
     setCentralWidget(central);
+    fitToScreen();
+    showLibrary(false);
     showTracks();
     showBrowser(false);
 }
 
 MainWindow::~MainWindow() = default;
+
+void MainWindow::fitToScreen()
+{
+    // At a large scale the usual size is more than the screen has.
+    const QSize room = screen()->availableSize() - FrameAllowance;
+    setMinimumSize(SmallestSize.boundedTo(room));
+    resize(UsualSize.boundedTo(room));
+}
 
 QWidget* MainWindow::makeHeader()
 {
@@ -111,6 +122,8 @@ QWidget* MainWindow::makeHeader()
     _sf->setClearButtonEnabled(true);
     _sf->addAction(Icons::named(QStringLiteral("search")), QLineEdit::LeadingPosition);
     _sf->setFixedWidth(SearchWidth);
+    auto* escape = new QShortcut(Qt::Key_Escape, _sf, _sf, &QLineEdit::clear);
+    escape->setContext(Qt::WidgetShortcut);
     auto* header = new QWidget;
     auto* layout = new QHBoxLayout(header);
     layout->setContentsMargins(12, 8, 12, 8);
@@ -160,7 +173,13 @@ void MainWindow::showPhotos()
 
 void MainWindow::showBrowser(bool show)
 {
+    // The splitter forgets where the divider was when what is above it goes.
+    const bool shown = _vBrowser->isVisibleTo(_svRight);
+    if (shown && !show)
+        _browserSplit = _svRight->saveState();
     _vBrowser->setVisible(show);
+    if (show && !shown)
+        _svRight->restoreState(_browserSplit);
     chainFocus(show);
 }
 
@@ -185,7 +204,8 @@ void MainWindow::restoreLayout()
     const QSettings settings = layoutStore();
     restoreGeometry(settings.value(FrameKey).toByteArray());
     _sv->restoreState(settings.value(SplitKey).toByteArray());
-    _svRight->restoreState(settings.value(BrowserSplitKey).toByteArray());
+    _browserSplit = settings.value(BrowserSplitKey).toByteArray();
+    _svRight->restoreState(_browserSplit);
     _tracks->tableView()->horizontalHeader()->restoreState(
         settings.value(ColumnsKey).toByteArray());
 }
@@ -195,9 +215,10 @@ void MainWindow::saveLayout()
     QSettings settings = layoutStore();
     settings.setValue(FrameKey, saveGeometry());
     settings.setValue(SplitKey, _sv->saveState());
-    // A collapsed browser must not be remembered as a divider at the top.
+    // A hidden browser must not be remembered as a divider at the top.
     if (_vBrowser->isVisibleTo(_svRight))
-        settings.setValue(BrowserSplitKey, _svRight->saveState());
+        _browserSplit = _svRight->saveState();
+    settings.setValue(BrowserSplitKey, _browserSplit);
     settings.setValue(ColumnsKey, _tracks->tableView()->horizontalHeader()->saveState());
 }
 

@@ -212,11 +212,9 @@ void MainWindowController::refreshUI()
 
 void MainWindowController::sourceChanged()
 {
-    {
-        const QSignalBlocker blocker(_window->searchField());
-        _window->searchField().clear();
-    }
     _trackBrowser.clear();
+    // Its signal must come, or the field would keep its cross; there is nothing to search now.
+    _window->searchField().clear();
     _window->browser().reload();
     _window->tracks().setTracks(nullptr);
     _menu->stateChanged();

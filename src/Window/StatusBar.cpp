@@ -1,6 +1,7 @@
 #include "Window/StatusBar.h"
 
 #include "Window/Icons.h"
+#include "Window/ShownText.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -37,7 +38,6 @@ StatusBar::StatusBar(QWidget* parent)
     , _imgStop(Icons::named(QStringLiteral("stop")))
 {
     _tfInfo->setObjectName(QStringLiteral("_tfInfo"));
-    _tfInfo->setAccessibleName(tr("Status"));
     _tfInfo->setTextFormat(Qt::PlainText); // titles come from the device
     _tfInfo->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     _failureLine->setObjectName(QStringLiteral("_btnFailures"));
@@ -73,14 +73,15 @@ StatusBar::StatusBar(QWidget* parent)
 
 void StatusBar::setInfo(const QString& text)
 {
-    _tfInfo->setText(text);
-    _tfInfo->setToolTip(text.toHtmlEscaped());
+    const QString shown = ShownText::of(text);
+    _tfInfo->setText(shown);
+    _tfInfo->setToolTip(shown.toHtmlEscaped());
 }
 
 void StatusBar::setFailureLine(const QString& text)
 {
-    _failureLine->setText(text);
-    _failureLine->setAccessibleName(text);
+    _failureLine->setText(ShownText::of(text));
+    _failureLine->setAccessibleName(_failureLine->text());
     _failureLine->setToolTip(tr("Show what was not copied, and why"));
     _failureLine->setVisible(!text.isEmpty());
 }
