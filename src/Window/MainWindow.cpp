@@ -6,6 +6,7 @@
 #include "Window/EmptyState.h"
 #include "Window/Icons.h"
 #include "Window/PhotoGrid.h"
+#include "Window/ScreenRoom.h"
 #include "Window/SourceList.h"
 #include "Window/StatusBar.h"
 #include "Window/TrackTable.h"
@@ -18,7 +19,6 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLineEdit>
-#include <QScreen>
 #include <QSettings>
 #include <QShortcut>
 #include <QSplitter>
@@ -28,7 +28,6 @@ namespace
 {
 constexpr QSize UsualSize(1080, 700);
 constexpr QSize SmallestSize(760, 480);
-constexpr QSize FrameAllowance(16, 48); ///< what a window manager adds around a window
 constexpr int SourceListWidth = 230;
 constexpr int BrowserHeight = 190;
 constexpr int SearchWidth = 240;
@@ -109,7 +108,7 @@ MainWindow::~MainWindow() = default;
 void MainWindow::fitToScreen()
 {
     // At a large scale the usual size is more than the screen has.
-    const QSize room = screen()->availableSize() - FrameAllowance;
+    const QSize room = ScreenRoom::of(*this);
     setMinimumSize(SmallestSize.boundedTo(room));
     resize(UsualSize.boundedTo(room));
 }

@@ -55,6 +55,6 @@ bool MenuValidation::validateMenuItem(Command command, const MenuState& state)
 
 QString MenuValidation::browserTitle(const MenuState& state)
 {
-    return state.browserHidden ? QCoreApplication::translate("MenuValidation", "Show Browser")
-                               : QCoreApplication::translate("MenuValidation", "Hide Browser");
+    return state.browserHidden ? QCoreApplication::translate("MenuValidation", "Show &Browser")
+                               : QCoreApplication::translate("MenuValidation", "Hide &Browser");
 }

@@ -172,7 +172,7 @@ TEST_F(LibraryViewTest, TheBrowserIsSwitchedAndRemembered)
     EXPECT_TRUE(waitUntil([this] { return !window().browser().isVisible(); }));
     EXPECT_TRUE(Config().hideBrowser());
     controller->menu().validate();
-    EXPECT_EQ(controller->menu().action(Command::switchBrowser)->text(), "Show Browser");
+    EXPECT_EQ(controller->menu().action(Command::switchBrowser)->text(), "Show &Browser");
     Hands::key("ctrl+b");
     EXPECT_TRUE(waitUntil([this] { return window().browser().isVisible(); }));
     EXPECT_FALSE(Config().hideBrowser());

@@ -1,6 +1,7 @@
 #include "Window/Dialogs/ReportWindow.h"
 
 #include "Window/Dialogs/Alert.h"
+#include "Window/ScreenRoom.h"
 #include "Window/Views/RowTableView.h"
 
 #include <QCheckBox>
@@ -46,7 +47,9 @@ ReportWindow::ReportWindow(const ExportReport& report, QWidget* parent)
     table->horizontalHeader()->resizeSection(ReportModel::Why, WhyWidth);
     table->horizontalHeader()->resizeSection(ReportModel::From, PathWidth);
     table->horizontalHeader()->setStretchLastSection(true);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close | QDialogButtonBox::Save);
+    auto* buttons = new QDialogButtonBox;
+    buttons->addButton(tr("&Close"), QDialogButtonBox::RejectRole);
+    buttons->addButton(tr("&Save…"), QDialogButtonBox::AcceptRole);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(buttons, &QDialogButtonBox::accepted, this, &ReportWindow::save);
 
@@ -57,7 +60,7 @@ ReportWindow::ReportWindow(const ExportReport& report, QWidget* parent)
     layout->addLayout(head);
     layout->addWidget(table);
     layout->addWidget(buttons);
-    resize(UsualSize);
+    resize(UsualSize.boundedTo(ScreenRoom::of(*this)));
 }
 
 void ReportWindow::save()
