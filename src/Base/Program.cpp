@@ -25,8 +25,3 @@ QString Program::supportAddress()
 {
     return QStringLiteral("support@zell.example");
 }
-
-QString Program::helpFileName()
-{
-    return QStringLiteral("guide");
-}

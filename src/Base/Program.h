@@ -15,6 +15,4 @@ public:
     static QString notice();
     /// Where a person sends a crash report.
     static QString supportAddress();
-    /// Base name of the help document (a PDF) in the resources.
-    static QString helpFileName();
 };

@@ -20,7 +20,7 @@
 #include "Window/Dialogs/PreferencesWindow.h"
 #include "Window/Dialogs/ReportWindow.h"
 #include "Window/ExportCommands.h"
-#include "Window/HelpDocument.h"
+#include "Window/Help/HelpWindow.h"
 #include "Window/JobController.h"
 #include "Window/MainMenu.h"
 #include "Window/PhotoGrid.h"
@@ -140,7 +140,7 @@ void MainWindowController::wire()
     connect(&window.status(), &StatusBar::playClicked, this, [this] { _exports->play(); });
     connect(&window.status(), &StatusBar::failureLineClicked, this,
             &MainWindowController::showReport);
-    connect(&window, &MainWindow::helpClicked, this, &MainWindowController::help);
+    connect(&window, &MainWindow::helpClicked, this, [this] { HelpWindow::showFor(*_window); });
     connect(_jobs, &JobController::isExportChanged, this, &MainWindowController::refreshUI);
     connect(_menu, &MainMenu::triggered, this, &MainWindowController::perform);
     connect(_menu, &MainMenu::openBackupFolder, this, &MainWindowController::openBackupFolder);
@@ -374,7 +374,7 @@ void MainWindowController::perform(Command command)
         _window->close();
         break;
     case Command::help:
-        help();
+        HelpWindow::showFor(*_window);
         break;
     case Command::openLog:
         Workspace::revealInFileManager(Utility::logFolder());
@@ -391,15 +391,6 @@ void MainWindowController::openBackupFolder(int tag)
 {
     if (tag >= 0 && tag < int(Sections::Count))
         Workspace::revealInFileManager(Config::instance().existingFolder(Section(tag)));
-}
-
-void MainWindowController::help()
-{
-    const QString document = HelpDocument::path();
-    if (document.isEmpty() || !Workspace::openFile(document)) {
-        Alert::show(*_window, QStringLiteral("_alertHelp"), Program::briefName(),
-                    tr("The help document could not be opened."));
-    }
 }
 
 void MainWindowController::showReport()

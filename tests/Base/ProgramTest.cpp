@@ -6,7 +6,6 @@ TEST(ProgramTest, NamesItself)
 {
     EXPECT_EQ(Program::briefName(), "Zell iPod iPhone Transfer");
     EXPECT_EQ(Program::fullName(), "Zell iPod/iPhone to Mac Transfer");
-    EXPECT_EQ(Program::helpFileName(), "guide");
 }
 
 TEST(ProgramTest, HasTheVersionThatTheBuildHas)
