@@ -7,6 +7,11 @@ QString Program::briefName()
 
 QString Program::fullName()
 {
+    return QStringLiteral("Zell iPod/iPhone Transfer");
+}
+
+QString Program::serviceName()
+{
     return QStringLiteral("Zell iPod/iPhone to Mac Transfer");
 }
 

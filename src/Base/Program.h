@@ -10,6 +10,8 @@ public:
     static QString briefName();
     /// Full product name: the window's title.
     static QString fullName();
+    /// The name that the service of new versions knows the program by.
+    static QString serviceName();
     static QString version();
     /// The line about rights in the about box.
     static QString notice();
