@@ -2,10 +2,9 @@
 // is simulated, on a socket of this computer, without encryption: what is left is our own cost.
 
 #include "Device/DeviceDelegate.h"
-#include "Device/iPhone/AFCDevice.h"
-#include "Device/iPhone/AFCDeviceRef.h"
-#include "Device/iPhone/AFCFactory.h"
-#include "Device/iPhone/iPhoneDevice.h"
+#include "Device/iPhone/PhoneDevice.h"
+#include "Device/iPhone/PhoneSession.h"
+#include "Device/iPhone/PluggedPhone.h"
 #include "support/Files.h"
 #include "support/phone/SimulatedUsb.h"
 
@@ -101,12 +100,11 @@ void Bare(benchmark::State& state)
     state.SetBytesProcessed(state.iterations() * FileCount * FileSize);
 }
 
-std::shared_ptr<iPhoneDevice> openPhone()
+std::shared_ptr<PhoneDevice> openPhone()
 {
     (void)thePhone();
-    (void)AFCFactory::factory();
-    return std::make_shared<iPhoneDevice>(AFCDevice::initWithRef(
-        std::make_shared<AFCDeviceRef>(MobileDevice::Attachment{1, 0, Identifier})));
+    return std::make_shared<PhoneDevice>(PhoneSession::open(
+        std::make_shared<PluggedPhone>(MobileDevice::Attachment{1, 0, Identifier})));
 }
 
 void CopyOut(benchmark::State& state)

@@ -1,7 +1,7 @@
 #include "Device/CopyResult.h"
 #include "Device/Device.h"
 #include "Device/PhotoDb.h"
-#include "Device/sql/sql5PhotoDb.h"
+#include "Device/sql/PhotosSqliteReader.h"
 
 #include <QFile>
 
@@ -43,7 +43,7 @@ private:
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     Phone phone(QByteArray::fromRawData(reinterpret_cast<const char*>(data), qsizetype(size)));
-    const auto library = sql5PhotoDb::initWithDevice(phone);
+    const auto library = PhotosSqliteReader::initWithDevice(phone);
     std::size_t seen = 0;
     for (const Photo* photo : library->photos()) {
         if (photo->album)

@@ -44,6 +44,16 @@ bool write(const QString& folder, const char* name, const QByteArray& bytes)
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
+/// The library with another number in a field of one of its records: the `nth` with the tag.
+QByteArray damaged(QByteArray library, const char* tag, int nth, int field, quint32 value)
+{
+    qsizetype at = library.indexOf(tag);
+    for (; nth > 0; --nth)
+        at = library.indexOf(tag, at + 1);
+    qToLittleEndian(value, library.data() + at + field);
+    return library;
+}
+
 QByteArray read(const QString& path)
 {
     QFile file(path);
@@ -56,6 +66,21 @@ void makeSmall(const QString& path, const char* more = "")
     SqliteWriter file(path, SqliteWriter::Existing);
     file.run(more);
     file.run("pragma page_size = 512; pragma journal_mode = delete; vacuum");
+}
+
+bool writeDamagedITunesDbs(const QString& folder)
+{
+    const QByteArray whole = ITunesDbWriter::write(smallLibrary());
+    TestLibrary withNul = smallLibrary();
+    withNul.tracks[0].location += QString(QChar::Null) + u'x';
+    return write(folder, "short-track", damaged(whole, "mhit", 1, 8, 200)) &&
+           write(folder, "long-text", damaged(whole, "mhod", 1, 28, 60)) &&
+           write(folder, "header", damaged(whole, "mhsd", 1, 4, 0)) &&
+           write(folder, "count", damaged(whole, "mhlt", 0, 8, 2)) &&
+           write(folder, "objects", damaged(whole, "mhyp", 1, 12, 0)) &&
+           write(folder, "other-kind", damaged(whole, "mhsd", 1, 12, 2)) &&
+           write(folder, "no-tag", damaged(whole, "mhit", 1, 0, 0)) &&
+           write(folder, "nul", ITunesDbWriter::write(withNul));
 }
 
 bool writeSqliteSeeds(const QString& corpus)
@@ -109,6 +134,16 @@ TestPhotoLibrary smallPhotoLibrary()
     return library;
 }
 
+/// Each begins another way of finding the next record.
+bool writeDamagedPhotoDatabases(const QString& folder, const QByteArray& whole)
+{
+    return write(folder, "short-object", damaged(whole, "mhod", 2, 8, 90)) &&
+           write(folder, "long-image", damaged(whole, "mhii", 0, 8, 0x7fffffff)) &&
+           write(folder, "header", damaged(whole, "mhni", 0, 4, 70)) &&
+           write(folder, "other-kind", damaged(whole, "mhsd", 0, 12, 2)) &&
+           write(folder, "members", damaged(whole, "mhba", 1, 12, 0));
+}
+
 bool writePhotoDatabases(const QString& folder)
 {
     PhotoDatabaseWriter::Options utf8;
@@ -117,7 +152,8 @@ bool writePhotoDatabases(const QString& folder)
     return write(folder, "whole", PhotoDatabaseWriter::write(library)) &&
            write(folder, "utf8", PhotoDatabaseWriter::write(library, utf8)) &&
            write(folder, "empty", PhotoDatabaseWriter::write({})) &&
-           write(folder, "cut", PhotoDatabaseWriter::write(library).first(900));
+           write(folder, "cut", PhotoDatabaseWriter::write(library).first(900)) &&
+           writeDamagedPhotoDatabases(folder, PhotoDatabaseWriter::write(library));
 }
 
 /// An input of fuzz_ithmb: the kind's number in its list, the visible size, and the pixels.
@@ -195,9 +231,13 @@ int main(int argc, char** argv)
                          write(itunesdb, "old", ITunesDbWriter::write(smallLibrary(), old)) &&
                          write(itunesdb, "empty", ITunesDbWriter::write(TestLibrary())) &&
                          write(itunesdb, "cut", ITunesDbWriter::write(smallLibrary()).first(2000));
+    const bool damagedWritten = writeDamagedITunesDbs(itunesdb);
     const bool photosWritten = writePhotoDatabases(PathName::join(corpus, u"photodatabase")) &&
                                writeRenditions(PathName::join(corpus, u"ithmb")) &&
                                writePictures(PathName::join(corpus, u"preview")) &&
                                writePhoneDatabase(PathName::join(corpus, u"photossqlite"));
-    return written && photosWritten && writeSqliteSeeds(corpus) && writeBookSeeds(corpus) ? 0 : 1;
+    return written && damagedWritten && photosWritten && writeSqliteSeeds(corpus) &&
+                   writeBookSeeds(corpus)
+               ? 0
+               : 1;
 }

@@ -12,15 +12,18 @@ and copies what is chosen into tidy folders. Nothing is ever written to the
 device, and a report says of every item whether it arrived whole.
 Comes with a program for the terminal, zell-transfer-cli.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-# No stripping: a crash report names the functions that led there.
+
+# The programs are stripped, and what was taken from them is a package beside them, for debuggers.
+set(CPACK_DEBIAN_DEBUGINFO_PACKAGE ON)
 
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 # What the programs are linked to; the rest is loaded or run by name, and nobody sees it.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, xdg-utils, shared-mime-info")
-# Phones are reached through a service; players that mount need none.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "usbmuxd")
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "rhythmbox")
+# Without `file` the desktop's opener does not know sound when it sees it.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS
+    "libqt6svg6, xdg-utils, shared-mime-info, file | libfile-mimeinfo-perl")
+# What the guide names: the service that phones are reached through, the music application.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "usbmuxd, rhythmbox")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 include(CPack)

@@ -17,7 +17,7 @@ QString Program::serviceName()
 
 QString Program::version()
 {
-    return QStringLiteral("2.5.1");
+    return QStringLiteral(ZELL_VERSION);
 }
 
 QString Program::notice()

@@ -1,13 +1,14 @@
 #include "Base/Utility.h"
 
 #include "Base/Exception.h"
+#include "Base/FolderRemoval.h"
 #include "Base/PathName.h"
 #include "Base/Program.h"
+#include "Base/Utf8.h"
 
 #include <QDir>
 #include <QFile>
 #include <QStandardPaths>
-#include <QStringDecoder>
 #include <QTimeZone>
 #include <QUuid>
 
@@ -26,12 +27,7 @@ QString Utility::stringWithStmt(sqlite3_stmt* statement, int index)
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, index));
     if (!text)
         return QLatin1String("");
-    const QByteArrayView bytes(text, sqlite3_column_bytes(statement, index));
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    QString string = decoder.decode(bytes);
-    if (decoder.hasError())
-        return {};
-    return string.isNull() ? QString(QLatin1String("")) : string;
+    return Utf8::text({text, sqlite3_column_bytes(statement, index)});
 }
 
 QDateTime Utility::dateWithStmt(sqlite3_stmt* statement, int index)
@@ -91,7 +87,9 @@ QString Utility::logFolder()
 
 void Utility::clearLog()
 {
-    QDir(PathName::join(applicationSupportFolder(), u"log")).removeRecursively();
+    const QString base = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    // Whoever put a link there, it is not for the program to empty what it leads to.
+    (void)FolderRemoval::removeOwn(base, {Program::briefName(), QStringLiteral("log")});
 }
 
 QString Utility::createFolder(const QString& path)

@@ -70,7 +70,8 @@ public:
     static QString applicationSupportFolder();
     /// The folder of logs and diagnostic copies inside it; created if missing.
     static QString logFolder();
-    /// Removes the log folder with everything in it.
+    /// Removes the log folder with everything in it. One that is reached through a link, or that is
+    /// another user's, is left alone.
     static void clearLog();
     /// Creates a folder with all missing parents. Gives an empty string, or the system's words why
     /// there is no such folder now.

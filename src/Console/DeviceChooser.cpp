@@ -3,7 +3,7 @@
 #include "Console/Interrupt.h"
 #include "Console/Terminal.h"
 #include "Device/DeviceDelegate.h"
-#include "Device/iPhone/iPhoneDevice.h"
+#include "Device/iPhone/PhoneDevice.h"
 #include "Device/iPod/iPodDevice.h"
 #include "Platform/MobileDevice.h"
 
@@ -53,7 +53,7 @@ public:
         const QDeadlineTimer deadline(qint64(seconds * 1000));
         do
             QCoreApplication::processEvents(QEventLoop::AllEvents);
-        while (!iPhoneDevice::hasHeardOf(phones) && !Interrupt::requested() &&
+        while (!PhoneDevice::hasHeardOf(phones) && !Interrupt::requested() &&
                !deadline.hasExpired() && pause());
     }
 

@@ -8,6 +8,7 @@
 #include "Device/PhotoDb.h"
 #include "Device/SectionItems.h"
 #include "Device/TrackDb.h"
+#include "Device/iPhone/PhoneDevice.h"
 #include "Export/Config.h"
 #include "Export/ExportJob.h"
 
@@ -177,6 +178,7 @@ int exitCode(const ExportReport& report)
 int Commands::exportMedia(const CommandLine& line)
 {
     Interrupt::watch();
+    PhoneDevice::setInterrupt(Interrupt::requested());
     ConsoleExportHost host(line.quiet);
     const DelegateScope delegate(host);
     const std::shared_ptr<Device> device = DeviceChooser::choose(line.device, line.waitSeconds);

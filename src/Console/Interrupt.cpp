@@ -1,6 +1,7 @@
 #include "Console/Interrupt.h"
 
 #include <csignal>
+#include <initializer_list>
 
 namespace
 {

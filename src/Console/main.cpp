@@ -1,3 +1,4 @@
+#include "Base/Translations.h"
 #include "Console/CommandLine.h"
 #include "Console/Commands.h"
 #include "Device/Device.h"
@@ -5,6 +6,7 @@
 #include "Platform/PatientThread.h"
 
 #include <QCoreApplication>
+#include <QLocale>
 
 #include <langinfo.h>
 
@@ -47,6 +49,7 @@ int run(int argc, char** argv)
         return exitCode;
 
     const QCoreApplication application(argc, argv);
+    Translations::install(QLocale());
     TemporaryCopy::removeLeftovers();
     exitCode = perform(*line);
     Device::uninit();

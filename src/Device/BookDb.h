@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Device/CategoryIndex.h"
+#include "Device/PathsWithNul.h"
 #include "Device/Problem.h"
 #include "Device/Track.h"
 
@@ -41,12 +42,15 @@ private:
 
     void load();
     void parse(const QString& listPath, const QString& folder);
-    void add(const PropertyList& record, const QString& folder);
+    /// Takes the books of a list, until their paths need more room than that.
+    void add(const PropertyList& list, const QString& folder, qint64 roomForPaths);
+    const Track& add(const PropertyList& record, const QString& folder);
 
     Device& _device;
     bool _loaded = false;
     ProblemList _problems;
     bool _filled = false;
+    PathsWithNul _pathsWithNul;
     std::deque<Track> _ownedBooks;
     std::vector<Track*> _bookList;
     CategoryIndex _books;

@@ -2,6 +2,7 @@
 
 #include "Base/PathName.h"
 #include "Device/Device.h"
+#include "Device/LibraryProblems.h"
 #include "Device/PreviewImage.h"
 
 namespace
@@ -33,6 +34,14 @@ QString stillOf(Device& device, const QString& photoDataDir, const QString& vide
     const QString other =
         PathName::join(PathName::join(photoDataDir, PathName::lastComponent(folder)), still);
     return device.fileExists(other) ? other : QString();
+}
+
+/// The failure, with the folder that it is about.
+Failure inFolder(Failure failure, const QString& folder)
+{
+    failure.exact =
+        failure.exact.isEmpty() ? folder : folder + QStringLiteral(": ") + failure.exact;
+    return failure;
 }
 
 void loadSmallImage(Device& device, const QString& photoDataDir, Photo& photo)
@@ -101,17 +110,27 @@ void CameraRollDb::load()
 
 void CameraRollDb::parse()
 {
-    if (!_device.fileExists(_dcimDir))
+    const LibraryProblems problems(LibraryProblems::Library::CameraRoll, _problems);
+    const Expected<FileInfo> found = _device.info(_dcimDir);
+    if (found.failedAs(Failure::Kind::Missing))
         return;
-    for (const QString& name : _device.getDirs(_dcimDir)) {
+    if (!found)
+        return problems.cannotBeRead(inFolder(found.failure(), _dcimDir));
+    const Expected<QStringList> folders = _device.list(_dcimDir, Device::Entries::Folders);
+    if (!folders)
+        return problems.cannotBeRead(inFolder(folders.failure(), _dcimDir));
+    for (const QString& name : *folders) {
         if (name.toUpper() != u".MISC")
-            parseFolder(PathName::join(_dcimDir, name));
+            parseFolder(PathName::join(_dcimDir, name), problems);
     }
 }
 
-void CameraRollDb::parseFolder(const QString& folder)
+void CameraRollDb::parseFolder(const QString& folder, const LibraryProblems& problems)
 {
-    for (const QString& name : _device.getFiles(folder)) {
+    const Expected<QStringList> files = _device.list(folder, Device::Entries::Files);
+    if (!files)
+        return problems.cannotBeRead(inFolder(files.failure(), folder));
+    for (const QString& name : *files) {
         if (!isListed(name))
             continue;
         Photo& photo = _ownedPhotos.emplace_back();

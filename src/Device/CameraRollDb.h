@@ -9,6 +9,7 @@
 #include <vector>
 
 class Device;
+class LibraryProblems;
 
 /// The pictures and videos that a phone keeps in its camera folder. It looks once, at the first
 /// call of `photos`, in the order that the device lists them; its photos have only a file and a
@@ -38,7 +39,7 @@ private:
 
     void load();
     void parse();
-    void parseFolder(const QString& folder);
+    void parseFolder(const QString& folder, const LibraryProblems& problems);
 
     Device& _device;
     QString _dcimDir;

@@ -10,7 +10,8 @@ struct CopyResult {
         Stopped,    ///< the delegate asked to stop; what was written until then stays
         Missing,    ///< there is no such file to open; nothing was created
         Incomplete, ///< the source could not be read to its end
-        Failed      ///< the destination could not be created or written
+        Failed,     ///< the destination could not be created or written
+        Taken       ///< something has the destination's name, and was not to be replaced
     };
 
     End end = End::Whole;

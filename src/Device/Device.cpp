@@ -9,6 +9,7 @@
 #include "Device/VoiceMemoDb.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 
 #include <atomic>
 
@@ -44,6 +45,11 @@ void DeviceDelegate::deviceFailed(const QString& /*words*/, const QString& /*exa
 bool DeviceDelegate::exported(double /*progress*/)
 {
     return true;
+}
+
+bool DeviceDelegate::waited(double progress)
+{
+    return exported(progress);
 }
 
 void Device::setDelegate(DeviceDelegate* delegate)
@@ -171,6 +177,14 @@ CopyResult Device::copyOut(const QString& /*from*/, const QString& /*to*/,
     return {};
 }
 
+CopyResult Device::copyOutNew(const QString& from, const QString& to, std::optional<int> progress)
+{
+    const QFileInfo there(to);
+    if (there.exists() || there.isSymLink())
+        return {CopyResult::End::Taken, {}};
+    return copyOut(from, to, progress);
+}
+
 bool Device::copyOutSqlite(const QString& from, const QString& to, std::optional<int> progress)
 {
     copyOut(from, to, progress);
@@ -183,8 +197,11 @@ bool Device::copyOutSqlite(const QString& from, const QString& to, std::optional
 
 TrackDb* Device::trackDb()
 {
-    if (!_trackDb)
-        _trackDb = TrackDb::create(*this);
+    if (_trackDb)
+        return _trackDb.get();
+    _trackDb = TrackDb::create(*this);
+    if (!_trackDb && !_problemsWithoutTrackDb)
+        _problemsWithoutTrackDb = TrackDb::problemsWithout(*this);
     return _trackDb.get();
 }
 
@@ -225,6 +242,10 @@ std::vector<ReaderProblem> Device::problems() const
 {
     std::vector<ReaderProblem> all;
     collect(all, "trackDb", _trackDb);
+    if (!_trackDb && _problemsWithoutTrackDb) {
+        for (const Problem& problem : *_problemsWithoutTrackDb)
+            all.push_back({QStringLiteral("trackDb"), problem});
+    }
     collect(all, "photoDb", _photoDb);
     collect(all, "cameraRollDb", _cameraRollDb);
     collect(all, "voiceMemoDb", _voiceMemoDb);

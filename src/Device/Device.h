@@ -95,8 +95,12 @@ public:
 
     /// Copies `from` on the device to `to` on the computer, in chunks of 1 MiB. After each chunk
     /// is read and before it is written, the delegate hears the fraction copied plus `progress`
-    /// (the item's index in the job; none counts as 0) and may stop the copy.
+    /// (the item's index in the job; none counts as 0) and may stop the copy. A file or a link
+    /// that has the name `to` is replaced, but not before the source is open.
     virtual CopyResult copyOut(const QString& from, const QString& to, std::optional<int> progress);
+    /// The same where nothing is to be replaced: "Taken" when something has that name.
+    virtual CopyResult copyOutNew(const QString& from, const QString& to,
+                                  std::optional<int> progress);
     /// Copies an SQLite database with those of its "-shm" and "-wal" files that exist. Answers
     /// true in every case; a copy that failed shows when it is opened.
     bool copyOutSqlite(const QString& from, const QString& to, std::optional<int> progress);
@@ -133,6 +137,7 @@ protected:
 
 private:
     std::unique_ptr<TrackDb> _trackDb;
+    std::optional<ProblemList> _problemsWithoutTrackDb; ///< once it was looked for in vain
     std::unique_ptr<PhotoDb> _photoDb;
     std::unique_ptr<VoiceMemoDb> _voiceMemoDb;
     std::unique_ptr<BookDb> _bookDb;

@@ -25,4 +25,7 @@ public:
     /// A chunk was read and is about to be written: `progress` is the item's index plus the
     /// fraction of it that is copied. False stops the copy. On the thread that copies.
     virtual bool exported(double progress);
+    /// The device lets a copy wait: asked about twice a second, with the progress of the last
+    /// chunk. False stops the copy. On the thread that copies; asks `exported` unless overridden.
+    virtual bool waited(double progress);
 };

@@ -2,6 +2,7 @@
 
 #include "Base/Exception.h"
 #include "Device/Formats.h"
+#include "Device/LibraryProblems.h"
 
 std::unique_ptr<PhotoDb> PhotoDb::create(Device& device)
 {
@@ -83,8 +84,9 @@ void PhotoDb::load()
     _loaded = true;
     try {
         parse();
-    } catch (const Exception&) {
+    } catch (const Exception& exception) {
         // Damaged data ends the reading; what was listed until then stays.
+        LibraryProblems(LibraryProblems::Library::Photos, _problems).isDamaged(exception.reason());
     }
     _previews = std::make_unique<PreviewPass>(_photos, previewStep());
 }

@@ -1,7 +1,9 @@
 #include "Device/PreviewImage.h"
 
 #include <QBuffer>
+#include <QByteArrayList>
 #include <QImageReader>
+#include <QtEndian>
 
 #include <algorithm>
 
@@ -37,6 +39,30 @@ bool isWithinLimits(const QByteArray& file, const QSize& size)
     return !file.startsWith(JpegStart) || pixels * file.count(JpegScanStart) <= MostScannedPixels;
 }
 
+/// The chunks of a PNG that make its pixels, and those that say what the pixels mean in a few
+/// bytes. All others can hold compressed texts and profiles, which grow a thousandfold when a
+/// decoder looks at them. What is cut at the end stays as it is.
+QByteArray withoutExtras(const QByteArray& png)
+{
+    constexpr qsizetype SignatureBytes = 8;
+    constexpr qsizetype FrameBytes = 12; // length, name and checksum
+    constexpr qsizetype NameAt = 4;
+    constexpr qsizetype NameBytes = 4;
+    static const QByteArrayList Kept = {"IHDR", "PLTE", "IDAT", "IEND",
+                                        "tRNS", "gAMA", "sRGB", "cHRM"};
+    QByteArray plain = png.first(std::min(png.size(), SignatureBytes));
+    plain.reserve(png.size());
+    for (qsizetype at = plain.size(); png.size() - at >= FrameBytes;) {
+        const qsizetype claimed =
+            FrameBytes + qsizetype(qFromBigEndian<quint32>(png.constData() + at));
+        const qsizetype bytes = std::min(claimed, png.size() - at);
+        if (Kept.contains(png.mid(at + NameAt, NameBytes)))
+            plain.append(png.constData() + at, bytes);
+        at += bytes;
+    }
+    return plain;
+}
+
 QSize pixelSize(const QSizeF& size)
 {
     return size.toSize().expandedTo({1, 1});
@@ -53,7 +79,7 @@ QImage read(const QByteArray& file, const QSizeF& box)
     if (format.isEmpty())
         return {};
     QBuffer buffer;
-    buffer.setData(file);
+    buffer.setData(format == "png" ? withoutExtras(file) : file);
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer, format);
     reader.setAutoDetectImageFormat(false);

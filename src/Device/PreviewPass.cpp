@@ -32,10 +32,21 @@ void PreviewPass::run(const std::stop_token& stop)
     for (Photo* photo : _photos) {
         if (stop.stop_requested() || isShortOfMemory())
             break;
-        Fault::guard([&] { _step(*photo); });
+        makePreview(*photo);
         ++_done;
     }
     _finished = true;
+}
+
+/// A photo whose preview fails keeps none. A program that shows faults hears of it; in one that
+/// does not, no picture is worth the end of the program.
+void PreviewPass::makePreview(Photo& photo)
+{
+    try {
+        Fault::guard([&] { _step(photo); });
+    } catch (...) {
+        return;
+    }
 }
 
 bool PreviewPass::isShortOfMemory()

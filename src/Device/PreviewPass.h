@@ -44,6 +44,7 @@ public:
 
 private:
     void run(const std::stop_token& stop);
+    void makePreview(Photo& photo);
     bool isShortOfMemory();
 
     const std::vector<Photo*>& _photos;

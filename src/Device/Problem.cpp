@@ -7,6 +7,20 @@
 namespace
 {
 constexpr std::size_t MostProblems = 32;
+constexpr qsizetype MostLetters = 300;
+
+/// A text that can be shown: exact texts quote names out of a device's files, which may be of any
+/// length and hold what a terminal obeys.
+QString printable(QString text)
+{
+    if (text.size() > MostLetters)
+        text = text.first(MostLetters) + QChar(u'\u2026');
+    for (QChar& letter : text) {
+        if (letter.category() == QChar::Other_Control || letter.category() == QChar::Other_Format)
+            letter = QChar::ReplacementCharacter;
+    }
+    return text;
+}
 } // namespace
 
 QString Problem::kindName() const
@@ -33,6 +47,7 @@ QString Problem::text() const
 
 void ProblemList::add(Problem problem)
 {
+    problem.exact = printable(std::move(problem.exact));
     const bool isKnown = std::any_of(_problems.begin(), _problems.end(), [&](const Problem& one) {
         return one.kind == problem.kind && one.words == problem.words;
     });
@@ -47,6 +62,8 @@ void ProblemList::add(Problem::Kind kind, const QString& words, const QString& e
 
 void ProblemList::add(const Failure& failure, const QString& words)
 {
-    const bool isLost = failure.kind == Failure::Kind::Lost;
-    add({isLost ? Problem::Kind::Lost : Problem::Kind::Unreadable, words, failure.text()});
+    const Problem::Kind kind = failure.kind == Failure::Kind::Lost      ? Problem::Kind::Lost
+                               : failure.kind == Failure::Kind::Damaged ? Problem::Kind::Damaged
+                                                                        : Problem::Kind::Unreadable;
+    add({kind, words, failure.text()});
 }

@@ -28,14 +28,15 @@ struct Problem {
 };
 
 /// The problems of one reader, in the order they were met. The same words are kept once, and no
-/// more than some dozens: a device may be damaged in a million places.
+/// more than some dozens: a device may be damaged in a million places. Exact texts are made fit to
+/// be shown.
 class ProblemList
 {
 public:
     void add(Problem problem);
     void add(Problem::Kind kind, const QString& words, const QString& exact = {});
-    /// A failure of the device or of the computer while `library`, as in "the music library", was
-    /// read: lost where the device is gone, else unreadable.
+    /// A failure of the device or of the computer while something was read: lost where the device
+    /// is gone, damaged where it contradicted itself, else unreadable.
     void add(const Failure& failure, const QString& words);
 
     [[nodiscard]] bool empty() const { return _problems.empty(); }

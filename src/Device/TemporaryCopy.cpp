@@ -17,6 +17,9 @@
 namespace
 {
 constexpr mode_t OwnerOnly = S_IRWXU;
+/// The side files of a database in write-ahead mode.
+constexpr QLatin1String Index("-shm");
+constexpr QLatin1String Log("-wal");
 /// No library comes near it. A file with holes may claim any size, and copying one would only
 /// fill the disk.
 constexpr qint64 MostBytes = qint64(4) * 1024 * 1024 * 1024;
@@ -78,55 +81,145 @@ void removeUnlocked(const QString& folder)
     unlock(parent);
 }
 
-bool isWorthCopying(Device& device, const QString& from, TemporaryCopy::SideFiles sideFiles)
+/// Why a copy is not whole.
+Failure failureOf(const Device& device, const CopyResult& result)
 {
-    qint64 bytes = device.getFileSize(from).value_or(0);
-    if (sideFiles == TemporaryCopy::SideFiles::Take) {
-        bytes += device.getFileSize(from + QStringLiteral("-wal")).value_or(0);
+    using End = CopyResult::End;
+    using Kind = Failure::Kind;
+    if (std::optional<Failure> gone = device.whyGone()) {
+        if (gone->exact.isEmpty())
+            gone->exact = result.why;
+        return *gone;
     }
-    return bytes <= MostBytes;
+    switch (result.end) {
+    case End::Whole:
+    case End::Incomplete:
+        return {Kind::Unreadable, TemporaryCopy::tr("The file could not be read to its end"),
+                result.why};
+    case End::Missing:
+        return {Kind::Missing, TemporaryCopy::tr("There is no such file on the device"),
+                result.why};
+    case End::Failed:
+    case End::Taken:
+        return {Kind::Unwritable, TemporaryCopy::tr("No private copy of the file could be made"),
+                result.why};
+    case End::Stopped:
+        return {Kind::Stopped, TemporaryCopy::tr("The reading was stopped"), result.why};
+    }
+    return {};
 }
 
-void copy(Device& device, const QString& from, const QString& to,
-          TemporaryCopy::SideFiles sideFiles, std::optional<int> progress)
+/// What stands in the way of a copy before its first byte; else the size that is reported.
+Expected<std::optional<qint64>> sizeToCopy(Device& device, const QString& from)
 {
-    if (sideFiles == TemporaryCopy::SideFiles::Take)
-        device.copyOutSqlite(from, to, progress);
-    else
-        device.copyOut(from, to, progress);
+    const Expected<FileInfo> found = device.info(from);
+    if (!found)
+        return found.failure();
+    if (found->kind == FileInfo::Kind::Link)
+        return Failure{
+            Failure::Kind::Unreadable,
+            TemporaryCopy::tr("The file is a link, and links on a device are not followed"),
+            {}};
+    if (found->kind != FileInfo::Kind::File)
+        return Failure{
+            Failure::Kind::Unreadable, TemporaryCopy::tr("There is something that is no file"), {}};
+    if (found->size.value_or(0) > MostBytes)
+        return Failure{Failure::Kind::Refused,
+                       TemporaryCopy::tr("The file is larger than any library"),
+                       QStringLiteral("%1 B").arg(*found->size)};
+    return found->size;
+}
+
+Status copyFile(Device& device, const QString& from, const QString& to, std::optional<int> progress)
+{
+    const Expected<std::optional<qint64>> size = sizeToCopy(device, from);
+    if (!size)
+        return size.failure();
+    const CopyResult result = device.copyOut(from, to, progress);
+    if (result.end != CopyResult::End::Whole)
+        return failureOf(device, result);
+    const qint64 copied = QFileInfo(to).size();
+    if (copied < size->value_or(0)) // nobody noticed that it ended early
+        return failureOf(device, {CopyResult::End::Incomplete,
+                                  QStringLiteral("%1 B / %2 B").arg(copied).arg(**size)});
+    return {};
+}
+
+TemporaryCopy::Ended copy(Device& device, const QString& from, const QString& to,
+                          TemporaryCopy::SideFiles sideFiles, std::optional<int> progress)
+{
+    TemporaryCopy::Ended ended{copyFile(device, from, to, progress), {}};
+    if (!ended.file || sideFiles == TemporaryCopy::SideFiles::Leave)
+        return ended;
+    // The index of the log is made anew from the log where it is missing.
+    (void)copyFile(device, from + Index, to + Index, progress);
+    ended.log = copyFile(device, from + Log, to + Log, progress);
+    if (ended.log.failedAs(Failure::Kind::Missing))
+        ended.log = {};
+    return ended;
+}
+
+void makePrivate(const QString& file)
+{
+    chmod(QFile::encodeName(file).constData(), S_IRUSR | S_IWUSR);
 }
 } // namespace
 
 TemporaryCopy::TemporaryCopy(Device& device, const QString& from, SideFiles sideFiles)
 {
+    _ended.file =
+        Failure{Failure::Kind::Unwritable,
+                TemporaryCopy::tr("There is no private folder for copies on this computer"),
+                {}};
     for (const QString& folder : candidates()) {
-        if (!claim(folder))
+        if (!claimPlace(folder))
             continue;
-        // Until the new folder is locked, nobody may take it for a leftover.
-        const int parent = lockFolder(folder, LOCK_EX);
-        const QString own = PathName::join(folder, Utility::stringWithUUID());
-        if (mkdir(QFile::encodeName(own).constData(), OwnerOnly) == 0) {
-            _folder = own;
-            _lock = lockFolder(own, LOCK_SH);
-        }
-        unlock(parent);
-        if (!_folder.isNull())
+        _path = PathName::join(_folder, Utility::stringWithUUID());
+        constexpr int WhatReadersPass = 0;
+        _ended = copy(device, from, _path, sideFiles, WhatReadersPass);
+        // Another file system may have the room, or the health, that this one lacks.
+        if (!_ended.file.failedAs(Failure::Kind::Unwritable) &&
+            !_ended.log.failedAs(Failure::Kind::Unwritable))
             break;
+        if (folder != candidates().constLast())
+            leavePlace();
     }
-    if (_folder.isNull() || !isWorthCopying(device, from, sideFiles))
-        return;
-    _path = PathName::join(_folder, Utility::stringWithUUID());
-    constexpr int WhatReadersPass = 0;
-    copy(device, from, _path, sideFiles, WhatReadersPass);
     for (const QFileInfo& file : QDir(_folder).entryInfoList(QDir::Files))
-        QFile::setPermissions(file.filePath(), QFile::ReadOwner | QFile::WriteOwner);
+        makePrivate(file.filePath());
+    if (!QFileInfo::exists(_path))
+        _path = QString();
 }
 
-TemporaryCopy::~TemporaryCopy()
+/// Makes a folder of its own in a folder of copies.
+bool TemporaryCopy::claimPlace(const QString& folder)
+{
+    if (!claim(folder))
+        return false;
+    // Until the new folder is locked, nobody may take it for a leftover.
+    const int parent = lockFolder(folder, LOCK_EX);
+    const QString own = PathName::join(folder, Utility::stringWithUUID());
+    const bool made = mkdir(QFile::encodeName(own).constData(), OwnerOnly) == 0;
+    if (made) {
+        _folder = own;
+        _lock = lockFolder(own, LOCK_SH);
+    }
+    unlock(parent);
+    return made;
+}
+
+void TemporaryCopy::leavePlace()
 {
     if (!_folder.isNull())
         QDir(_folder).removeRecursively();
     unlock(_lock);
+    _lock = -1;
+    _folder = QString();
+    _path = QString();
+}
+
+TemporaryCopy::~TemporaryCopy()
+{
+    leavePlace();
 }
 
 qint64 TemporaryCopy::size() const
@@ -141,9 +234,16 @@ qint64 TemporaryCopy::size() const
 
 void TemporaryCopy::keepForDiagnosis(Device& device, const QString& from, SideFiles sideFiles)
 {
-    if (isWorthCopying(device, from, sideFiles))
-        copy(device, from, PathName::join(Utility::logFolder(), PathName::lastComponent(from)),
-             sideFiles, std::nullopt);
+    const QString folder = Utility::logFolder();
+    if (!claim(folder))
+        return;
+    const QString to = PathName::join(folder, PathName::lastComponent(from));
+    // A log beside a database of another device would be taken for its own.
+    for (const QLatin1String suffix : {QLatin1String(), Index, Log})
+        QFile::remove(to + suffix);
+    copy(device, from, to, sideFiles, std::nullopt);
+    for (const QLatin1String suffix : {QLatin1String(), Index, Log})
+        makePrivate(to + suffix);
 }
 
 void TemporaryCopy::removeLeftovers()

@@ -5,6 +5,9 @@
 #include "Device/BookDb.h"
 #include "Device/Device.h"
 #include "Device/Formats.h"
+#include "Device/LibraryProblems.h"
+
+#include <QRegularExpression>
 
 std::unique_ptr<TrackDb> TrackDb::create(Device& device)
 {
@@ -13,6 +16,27 @@ std::unique_ptr<TrackDb> TrackDb::create(Device& device)
             return reader;
     }
     return nullptr;
+}
+
+ProblemList TrackDb::problemsWithout(Device& device)
+{
+    ProblemList problems;
+    const LibraryProblems music(LibraryProblems::Library::Music, problems);
+    const QString folder = PathName::join(device.controlPath(), u"Music");
+    const Expected<QStringList> folders = device.list(folder, Device::Entries::Folders);
+    if (!folders && !folders.failedAs(Failure::Kind::Missing))
+        music.cannotBeRead(folders.failure());
+    if (!folders)
+        return problems;
+    static const QRegularExpression MediaFolder(QStringLiteral("^[Ff][0-9]{2,}$"));
+    for (const QString& name : *folders) {
+        if (MediaFolder.match(name).hasMatch() &&
+            !device.getFiles(PathName::join(folder, name)).isEmpty()) {
+            music.isMissing(PathName::join(folder, name));
+            break;
+        }
+    }
+    return problems;
 }
 
 TrackDb::TrackDb(Device& device)
@@ -47,9 +71,10 @@ void TrackDb::load()
     _loaded = true;
     try {
         parse();
-    } catch (const Exception&) {
+    } catch (const Exception& exception) {
         // Damaged data ends the reading; what was listed until then stays, and a second attempt
         // would only list it twice.
+        LibraryProblems(LibraryProblems::Library::Music, _problems).isDamaged(exception.reason());
     }
 }
 

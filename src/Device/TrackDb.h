@@ -20,13 +20,17 @@ class Device;
 /// call of `tracks`, `playlists` or `name`, and shows the device as it was then. It owns its
 /// tracks and playlists and lives as long as its device.
 ///
-/// Readers never report an error: what a damaged library yields up to the damage is kept.
+/// What a damaged library yields is kept, and what could not be read is among the problems.
 class TrackDb
 {
 public:
     /// The first reader whose database the device holds, the newest format tried first; null
     /// when it holds none.
     static std::unique_ptr<TrackDb> create(Device& device);
+
+    /// What is to be said of a device for which `create` found no reader: music that no library
+    /// describes.
+    static ProblemList problemsWithout(Device& device);
 
     virtual ~TrackDb();
     TrackDb(const TrackDb&) = delete;

@@ -2,6 +2,7 @@
 
 #include "Base/PathName.h"
 #include "Device/Device.h"
+#include "Device/PathsWithNul.h"
 #include "Device/TemporaryCopy.h"
 #include "Device/sql/Database.h"
 
@@ -9,7 +10,7 @@
 
 namespace
 {
-constexpr auto NoSideFiles = TemporaryCopy::SideFiles::Leave;
+constexpr auto WithLog = TemporaryCopy::SideFiles::Take;
 
 /// Columns of the table, by position.
 enum Column { Duration = 4, RecordingTime = 5, File = 6 };
@@ -23,9 +24,9 @@ QString titleOf(const QDateTime& recorded)
 std::unique_ptr<VoiceMemoDb> VoiceMemoDb::create(Device& device)
 {
     std::unique_ptr<VoiceMemoDb> reader(new VoiceMemoDb(device));
-    if (!device.fileExists(reader->_dbPath))
+    if (device.info(reader->_dbPath).failedAs(Failure::Kind::Missing))
         return nullptr;
-    TemporaryCopy::keepForDiagnosis(device, reader->_dbPath, NoSideFiles);
+    TemporaryCopy::keepForDiagnosis(device, reader->_dbPath, WithLog);
     return reader;
 }
 
@@ -52,18 +53,20 @@ void VoiceMemoDb::load()
 
 void VoiceMemoDb::parse()
 {
-    if (!_device.fileExists(_dbPath) || _device.getFileSize(_dbPath).value_or(0) <= 0)
-        return;
-    const TemporaryCopy copy(_device, _dbPath, NoSideFiles);
-    const Database database(copy);
-    Statement rows = database.prepare("select * from ZRECORDING");
+    const TemporaryCopy copy(_device, _dbPath, WithLog);
+    const Database database(copy, LibraryProblems(LibraryProblems::Library::VoiceMemos, _problems));
+    Statement rows =
+        database.prepare({.columns = "ZRECORDING.*", .table = "ZRECORDING", .isMain = true});
+    PathsWithNul pathsWithNul;
     while (rows.step()) {
         Track& memo = _ownedMemos.emplace_back();
         memo.type = VoiceMemoTrack;
         memo.title = titleOf(rows.date(RecordingTime));
         memo.duration = rows.real(Duration);
         // The recording lies here, whatever folders the database names.
-        memo.path = PathName::join(_folder, PathName::lastComponent(rows.text(File)));
+        memo.path = pathsWithNul.choose(_device, rows.utf8(File), [this](const QString& stored) {
+            return PathName::join(_folder, PathName::lastComponent(stored));
+        });
         _memos.push_back(&memo);
     }
 }

@@ -3,56 +3,62 @@
 #include "Base/PathName.h"
 #include "Export/Config.h"
 #include "Export/ExportHost.h"
-
-#include <QFileInfo>
+#include "Platform/Folder.h"
 
 namespace
 {
-bool somethingExists(const QString& path)
+bool isTaken(const Folder& folder, const QString& path)
 {
-    const QFileInfo info(path);
-    // A link that leads nowhere is in the way as well: writing would follow it.
-    return info.exists() || info.isSymLink();
+    return bool(folder.entry(PathName::lastComponent(path)));
 }
 } // namespace
+
+ClashRule::ClashRule(Config& config, ExportHost& host)
+    : _config(config)
+    , _host(host)
+{
+}
 
 QString ClashRule::question(const QString& path)
 {
     return QStringLiteral("File \"%1\" already exist.").arg(path);
 }
 
-std::optional<QString> ClashRule::checkPath(const QString& path, Config& config, ExportHost& host)
+Destination ClashRule::checkPath(const Folder& folder, const QString& path)
 {
-    if (!somethingExists(path))
-        return path;
-    int rule = config.copyRule();
+    using Kind = Destination::Kind;
+    if (!isTaken(folder, path))
+        return {Kind::New, path};
+    int rule = _config.copyRule();
     if (rule == AskRule) {
-        const std::optional<ClashAnswer> answer = host.askClash(path);
+        const std::optional<ClashAnswer> answer = _host.askClash(path);
         if (!answer)
-            return std::nullopt;
+            return {Kind::Cancel, path};
         rule = answer->rule;
         if (answer->remember) {
-            config.setCopyRule(rule);
-            config.save();
+            _config.setCopyRule(rule);
+            _config.save();
         }
     }
     switch (rule) {
     case KeepBothRule:
-        return availablePath(path);
+        return {Kind::New, availablePath(folder, path)};
     case SkipRule:
-        return QLatin1String("");
+        return {Kind::Skip, path};
     default:
-        return path;
+        return {Kind::Replace, path};
     }
 }
 
-QString ClashRule::availablePath(const QString& path)
+QString ClashRule::availablePath(const Folder& folder, const QString& path)
 {
     const QString base = PathName::withoutExtension(path);
     const QString extension = PathName::extension(path);
-    for (quint64 n = 1;; ++n) {
-        const QString candidate = PathName::withExtension(base + QString::number(n), extension);
-        if (!somethingExists(candidate))
+    quint64& number = _lastNumbers[path];
+    for (;;) {
+        const QString candidate =
+            PathName::withExtension(base + QString::number(++number), extension);
+        if (!isTaken(folder, candidate))
             return candidate;
     }
 }

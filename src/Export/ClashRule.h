@@ -1,11 +1,11 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
-
-#include <optional>
 
 class Config;
 class ExportHost;
+class Folder;
 
 /// What to do when the destination of an item exists already. The numbers are those of the
 /// setting; any other number counts as Overwrite.
@@ -17,16 +17,41 @@ struct ClashAnswer {
     bool remember = false; ///< make it the setting, and ask no more
 };
 
-namespace ClashRule
+/// What is to become of an item.
+struct Destination {
+    enum class Kind {
+        New,     ///< written where nothing is
+        Replace, ///< written in place of what has the name
+        Skip,    ///< left alone
+        Cancel   ///< the person gave up the whole export
+    };
+
+    Kind kind = Kind::New;
+    QString path;
+};
+
+/// Where the items of one export are written. A link that has an item's name is in the way as
+/// anything else is: nothing is written through it.
+class ClashRule
 {
-/// The question to ask about `path`.
-QString question(const QString& path);
+public:
+    /// Both outlive the object.
+    ClashRule(Config& config, ExportHost& host);
 
-/// The path to write to: `path` itself where nothing exists yet, else what the rule of `config`
-/// says; with the rule "ask", `host` is asked. Empty means that the item is skipped, no value
-/// that the person gave up the whole export.
-std::optional<QString> checkPath(const QString& path, Config& config, ExportHost& host);
+    /// The question to ask about `path`.
+    static QString question(const QString& path);
 
-/// The first of "Song1.mp3", "Song2.mp3", ... for "Song.mp3" at which nothing exists.
-QString availablePath(const QString& path);
-} // namespace ClashRule
+    /// What becomes of an item that is to go to `path`, whose last component is looked for in
+    /// `folder`: the rule of the settings decides where something has the name; with the rule
+    /// "ask", the host is asked.
+    Destination checkPath(const Folder& folder, const QString& path);
+
+    /// The first of "Song1.mp3", "Song2.mp3", ... for "Song.mp3" at which nothing exists; of one
+    /// export, the first after those it gave before.
+    QString availablePath(const Folder& folder, const QString& path);
+
+private:
+    Config& _config;
+    ExportHost& _host;
+    QHash<QString, quint64> _lastNumbers; ///< of thousands of one name, each is tried once
+};

@@ -9,19 +9,12 @@
 #include "Export/ExportPath.h"
 #include "Platform/Archive.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 namespace
 {
 using Result = ExportItem::Result;
-
-QString words(const char* text)
-{
-    return QCoreApplication::translate("ExportJob", text);
-}
 
 void settle(ExportItem& item, Result result, const QString& why)
 {
@@ -29,21 +22,10 @@ void settle(ExportItem& item, Result result, const QString& why)
     item.why = why;
 }
 
-ExportItem itemFor(const Track& track)
+/// What a failure is called in the report.
+QString said(const Failure& failure)
 {
-    ExportItem item;
-    item.title = track.title;
-    item.from = track.path;
-    return item;
-}
-
-/// `folder`, or the nearest folder above it that exists, without links.
-QString existingPart(QString folder)
-{
-    folder = QDir::cleanPath(QDir(folder).absolutePath());
-    while (!QFileInfo::exists(folder) && folder != u"/")
-        folder = PathName::parent(folder);
-    return QFileInfo(folder).canonicalFilePath();
+    return failure.exact.isEmpty() ? failure.words : failure.exact;
 }
 } // namespace
 
@@ -54,7 +36,17 @@ ExportJob::ExportJob(std::shared_ptr<Device> device, Config& config, ExportHost&
     , _host(host)
     , _report(report)
     , _toStop(toStop)
+    , _clash(config, host)
+    , _destinations(config, _device->localRoot())
 {
+}
+
+ExportItem ExportJob::itemFor(const Track& track)
+{
+    ExportItem item;
+    item.title = track.title;
+    item.from = track.path;
+    return item;
 }
 
 void ExportJob::exportTracks(const std::vector<Track*>& tracks)
@@ -97,16 +89,22 @@ void ExportJob::exportEach(std::size_t count, const std::function<ExportItem(std
     _host.showBegin(int(count));
     bool canceled = false;
     for (std::size_t i = 0; i < count; ++i) {
-        canceled = canceled || _toStop;
-        if (canceled) {
-            ExportItem item = itemAt(i);
-            settle(item, Result::Stopped, words("The export was stopped before this item"));
-            _report.add(std::move(item)); // not worth a line for each of thousands
-        } else {
+        canceled = canceled || (_toStop && !_gone);
+        if (canceled || _gone)
+            reportUnreached(itemAt(i));
+        else
             canceled = exportOne(i) == Next::Cancel;
-        }
     }
     _host.showFinish(canceled, true);
+}
+
+void ExportJob::reportUnreached(ExportItem item)
+{
+    if (_gone)
+        settle(item, Result::Failed, _gone->words);
+    else
+        settle(item, Result::Stopped, tr("The export was stopped before this item"));
+    _report.add(std::move(item)); // not worth a line for each of thousands
 }
 
 ExportJob::Next ExportJob::exportOne(const Entry& entry, int index)
@@ -114,12 +112,14 @@ ExportJob::Next ExportJob::exportOne(const Entry& entry, int index)
     const Track& track = *entry.track;
     ExportItem item = itemFor(track);
     _host.showProgress(QStringLiteral("Export %1...").arg(track.title), index);
-    write(item, {ExportPath::folderOf(track, entry.playlist),
-                 [&] { return ExportPath::trackPath(track, entry.playlist, _config); },
-                 [&](ExportItem& it) { copy(it, index); }});
+    if (namesNoFile(item.from))
+        settle(item, Result::Missing, tr("The library names no file for this item"));
+    else
+        write(item, ExportPath::trackPath(track, entry.playlist, _config),
+              [&](ExportItem& it, const Place& place) { return copy(it, index, place); });
     const Next next = after(item);
-    const bool handOver =
-        _handsOver && (item.result == Result::Copied || item.result == Result::Incomplete);
+    // An incomplete file would stay in the application's library after it was exported anew.
+    const bool handOver = _handsOver && item.result == Result::Copied;
     const QString to = item.to;
     report(std::move(item));
     if (handOver)
@@ -127,91 +127,134 @@ ExportJob::Next ExportJob::exportOne(const Entry& entry, int index)
     return next;
 }
 
-void ExportJob::write(ExportItem& item, const Way& way)
+void ExportJob::write(ExportItem& item, const ExportPath& to, const Writer& writer)
 {
-    QString problem = destinationProblem(way.folder);
-    ExportPath destination;
-    if (problem.isEmpty()) {
-        destination = way.path();
-        problem = destination.refusal;
-    }
-    if (!problem.isEmpty()) {
-        settle(item, Result::Failed, problem);
+    using Kind = Destination::Kind;
+    if (!to.refusal.isEmpty()) {
+        settle(item, Result::Failed, to.refusal);
         return;
     }
-    const std::optional<QString> path = ClashRule::checkPath(destination.path, _config, _host);
-    item.to = path.value_or(destination.path);
-    if (!path) {
-        settle(item, Result::Stopped, words("The export was given up at this item"));
-    } else if (path->isEmpty()) {
+    const Expected<Destinations::FolderPointer> folder =
+        _destinations.folder(to.category, to.folder);
+    if (!folder) {
+        if (!folder.failedAs(Failure::Kind::Refused))
+            item.to = to.path;
+        settle(item, Result::Failed, said(folder.failure()));
+        return;
+    }
+    for (;;) {
+        const Destination destination = _clash.checkPath(**folder, to.path);
         item.to = destination.path;
-        settle(item, Result::Skipped, words("A file of this name is there already"));
-    } else {
-        way.write(item);
-        if (item.result == Result::Failed && !destination.folderError.isEmpty())
-            item.why = destination.folderError;
+        switch (destination.kind) {
+        case Kind::Cancel:
+            settle(item, Result::Stopped, tr("The export was given up at this item"));
+            return;
+        case Kind::Skip:
+            settle(item, Result::Skipped, tr("A file of this name is there already"));
+            return;
+        case Kind::New:
+        case Kind::Replace:
+            if (writer(item, {**folder, PathName::lastComponent(destination.path),
+                              destination.kind == Kind::Replace}) == Written::Settled)
+                return;
+        }
     }
 }
 
-ExportJob::Next ExportJob::after(const ExportItem& item)
+ExportJob::Next ExportJob::after(ExportItem& item)
 {
+    if (item.isFailure())
+        _gone = _device->whyGone();
+    if (_gone && item.result != Result::Incomplete)
+        settle(item, Result::Failed, _gone->words);
     return item.result == Result::Stopped ? Next::Cancel : Next::GoOn;
 }
 
-void ExportJob::copy(ExportItem& item, int index)
+ExportJob::Written ExportJob::copy(ExportItem& item, int index, const Place& place)
 {
-    if (namesNoFile(item.from)) {
-        settle(item, Result::Missing, words("The library names no file for this item"));
-        return;
-    }
-    const QFileInfo destination(item.to);
-    const bool wasThere = destination.exists() || destination.isSymLink();
     const CopiedSize size(*_device, item.from);
-    judge(item, _device->copyOut(item.from, item.to, index), size);
-    // Only a folder that this copy made may be packed and deleted. One that lacks something is
-    // packed as well, and stays reported as incomplete.
-    const bool madeFolder = !wasThere && QFileInfo(item.to).isDir();
-    if (madeFolder && (item.result == Result::Copied || item.result == Result::Incomplete))
-        pack(item);
+    const CopyResult copied = place.replaces ? _device->copyOut(item.from, place.path(), index)
+                                             : _device->copyOutNew(item.from, place.path(), index);
+    if (copied.end == CopyResult::End::Taken)
+        return Written::Taken;
+    judge(item, copied, size, place);
+    // Only a folder that this copy made may be packed and deleted.
+    const Expected<Folder::Entry> made = place.folder.entry(place.name);
+    if (!place.replaces && made && made->kind == Folder::Kind::Folder)
+        packFolder(item, place);
+    return Written::Settled;
 }
 
-void ExportJob::judge(ExportItem& item, const CopyResult& copied, const CopiedSize& size)
+void ExportJob::judge(ExportItem& item, const CopyResult& copied, const CopiedSize& size,
+                      const Place& place)
 {
-    const bool written = copied.end != CopyResult::End::Missing;
-    item.bytes = written ? CopiedSize::onComputer(item.to) : 0;
+    using End = CopyResult::End;
+    const bool untouched = copied.end == End::Missing ||
+                           (copied.end == End::Failed && place.replaces) ||
+                           !place.folder.entry(place.name);
+    item.bytes = untouched ? 0 : CopiedSize::onComputer(place.path());
     switch (copied.end) {
-    case CopyResult::End::Stopped:
-        settle(item, Result::Stopped, words("The export was stopped during this item"));
+    case End::Stopped:
+        settle(item, Result::Stopped, tr("The export was stopped during this item"));
         return;
-    case CopyResult::End::Missing:
+    case End::Missing:
         settle(item, Result::Missing, copied.why);
         return;
-    case CopyResult::End::Incomplete:
+    case End::Incomplete:
         settle(item, Result::Incomplete, copied.why);
         return;
-    case CopyResult::End::Failed:
+    case End::Failed:
+    case End::Taken:
         settle(item, Result::Failed, copied.why);
         return;
-    case CopyResult::End::Whole:
+    case End::Whole:
         break;
     }
-    const QString difference = size.difference(item.to);
+    const QString difference = size.difference(place.path());
     if (!difference.isEmpty())
         settle(item, Result::Incomplete, difference);
 }
 
-void ExportJob::pack(ExportItem& item)
+void ExportJob::packFolder(ExportItem& item, const Place& place)
 {
-    QString archive = item.to + QStringLiteral(".zip");
-    if (QFileInfo::exists(archive)) // somebody else's
-        archive = ClashRule::availablePath(archive);
-    const QString problem = Archive::pack(item.to, archive);
-    if (!problem.isEmpty())
-        settle(item, Result::Failed, problem);
-    else if (!QDir(item.to).removeRecursively())
-        settle(item, Result::Failed, words("The unpacked folder could not be removed"));
-    else if (QFile file(archive); !file.rename(item.to))
-        settle(item, Result::Failed, file.errorString());
+    if (item.result == Result::Stopped) {
+        (void)place.folder.remove(place.name);
+        item.bytes = 0;
+        return;
+    }
+    if (QDir(place.path())
+            .isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot)) {
+        (void)place.folder.remove(place.name);
+        const Expected<FileInfo> source = _device->info(item.from);
+        const bool isLink = source && source->kind == FileInfo::Kind::Link;
+        // What is known to be incomplete keeps its reason.
+        settle(item, Result::Failed,
+               item.result == Result::Incomplete ? item.why
+               : isLink ? tr("This is a link on the device, and leads to nothing")
+                        : tr("This is an empty folder on the device"));
+        return;
+    }
+    // One that lacks something is packed as well, and stays reported as incomplete.
+    if (item.result != Result::Copied && item.result != Result::Incomplete)
+        return;
+    if (const Status packed = pack(place); !packed)
+        settle(item, Result::Failed, packed.failure().text());
+}
+
+Status ExportJob::pack(const Place& place)
+{
+    QString archive = place.name + QStringLiteral(".zip");
+    if (place.folder.entry(archive)) // somebody else's
+        archive = _clash.availablePath(place.folder, archive);
+    if (Status packed = Archive::pack(place.path(), place.folder.pathTo(archive)); !packed)
+        return packed;
+    if (Status removed = place.folder.remove(place.name); !removed)
+        return removed;
+    QFile file(place.folder.pathTo(archive));
+    if (!file.rename(place.path()))
+        return Failure{Failure::Kind::Unwritable, tr("The packed folder could not be renamed"),
+                       file.errorString()};
+    return {};
 }
 
 bool ExportJob::namesNoFile(const QString& path) const
@@ -224,20 +267,18 @@ bool ExportJob::namesNoFile(const QString& path) const
             (QDir::cleanPath(folder) == clean || PathName::isInside(folder, clean)))
             return true;
     }
-    // A folder that is an item, such as an unpacked book, has the extension of its kind.
-    return PathName::extension(clean).isEmpty() && _device->isDirectory(path);
+    return isLibraryFolder(clean) && _device->isDirectory(path);
 }
 
-QString ExportJob::destinationProblem(Section category) const
+bool ExportJob::isLibraryFolder(const QString& folder) const
 {
-    const QString root = _device->localRoot();
-    if (root.isNull())
-        return {};
-    const QString device = QFileInfo(root).canonicalFilePath();
-    const QString folder = existingPart(_config.folderPath(category));
-    if (device.isEmpty() || (folder != device && !PathName::isInside(folder, device)))
-        return {};
-    return words("The destination folder is on the device itself, and nothing is written there");
+    // An item that is a folder, such as an unpacked book, may well have no extension. The folders
+    // that libraries keep their files in have none, and stand where no item does.
+    return PathName::extension(folder).isEmpty() &&
+           (PathName::parent(folder) == QDir::cleanPath(_device->prefix()) ||
+            PathName::isInside(folder, _device->controlPath()) ||
+            (!_device->bookPath().isNull() &&
+             folder == PathName::join(_device->bookPath(), u"Purchases")));
 }
 
 void ExportJob::report(ExportItem item)

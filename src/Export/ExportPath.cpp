@@ -1,13 +1,11 @@
 #include "Export/ExportPath.h"
 
 #include "Base/PathName.h"
-#include "Base/Utility.h"
 #include "Device/Album.h"
 #include "Device/Photo.h"
 #include "Device/Playlist.h"
 #include "Device/Track.h"
 
-#include <QCoreApplication>
 #include <QDir>
 
 namespace
@@ -37,25 +35,34 @@ Section ExportPath::folderOf(const Track& track, const Playlist* playlist)
 
 ExportPath ExportPath::trackPath(const Track& track, const Playlist* playlist, const Config& config)
 {
-    const QString category = config.existingFolder(folderOf(track, playlist));
+    const Section category = folderOf(track, playlist);
+    const QString folder = config.folderPath(category);
     const QString fileName = track.title + u'.' + PathName::extension(track.path);
-    return below(category,
-                 PathName::join(PathName::join(category, subfolder(track, playlist)), fileName));
+    return below(category, folder,
+                 PathName::join(PathName::join(folder, subfolder(track, playlist)), fileName));
 }
 
-ExportPath ExportPath::below(const QString& category, const QString& path)
+ExportPath ExportPath::below(Section category, const QString& folder, const QString& path)
 {
     ExportPath result;
+    result.category = category;
     result.path = path;
-    if (!PathName::isInside(result.path, category)) {
-        result.refusal = QCoreApplication::translate(
-            "ExportPath", "The name leads out of the destination folder");
+    if (folder.isEmpty()) {
+        result.refusal = tr("There is no destination folder");
         return result;
     }
+    if (!PathName::isInside(path, folder)) {
+        result.refusal = tr("The name leads out of the destination folder");
+        return result;
+    }
+    QString start = folder;
     // Resolved as text, as the check just did: the file system would resolve ".." through links.
-    if (PathName::hasParentComponent(result.path))
-        result.path = QDir::cleanPath(result.path);
-    result.folderError = Utility::createFolder(PathName::parent(result.path));
+    if (PathName::hasParentComponent(path)) {
+        result.path = QDir::cleanPath(path);
+        start = QDir::cleanPath(folder);
+    }
+    // A "/" at the end of the folder's own path is not part of it.
+    result.folder = PathName::parent(result.path).mid(start.size());
     return result;
 }
 
@@ -64,16 +71,18 @@ Section ExportPath::folderOf(const Photo& photo)
     return photo.photoId == 0 ? Section::CameraRoll : Section::Photos;
 }
 
-ExportPath ExportPath::photoPath(const Photo& photo, const Config& config)
+ExportPath ExportPath::photoPath(const Photo& photo, PhotoSource source, const Config& config)
 {
-    const QString category = config.existingFolder(folderOf(photo));
+    const Section category = folderOf(photo);
+    const QString folder = config.folderPath(category);
     if (photo.photoId == 0)
-        return below(category,
-                     PathName::join(category, PathName::lastComponent(photo.fullSizeFile)));
-    const QString extension = photo.fullSizeFile.isEmpty()
+        return below(category, folder,
+                     PathName::join(folder, PathName::lastComponent(photo.fullSizeFile)));
+    const QString extension = source == PhotoSource::Rendition
                                   ? QStringLiteral("jpg")
                                   : PathName::extension(photo.fullSizeFile);
     const QString album = photo.album ? photo.album->name : QString();
-    return below(category, PathName::join(PathName::join(category, album),
-                                          QString::number(photo.photoId) + u'.' + extension));
+    return below(category, folder,
+                 PathName::join(PathName::join(folder, album),
+                                QString::number(photo.photoId) + u'.' + extension));
 }

@@ -10,7 +10,6 @@
 #include "Platform/File.h"
 
 #include <QBuffer>
-#include <QCoreApplication>
 #include <QImageWriter>
 
 namespace
@@ -19,20 +18,6 @@ using Result = ExportItem::Result;
 
 /// High enough that nobody sees that the picture was stored anew.
 constexpr int JpegQuality = 92;
-
-QString words(const char* text)
-{
-    return QCoreApplication::translate("ExportJob", text);
-}
-
-ExportItem itemFor(const Photo& photo)
-{
-    ExportItem item;
-    item.kind = ExportItem::Kind::Photo;
-    item.title = photo.title;
-    item.from = photo.fullSizeFile;
-    return item;
-}
 
 QString progressText(const Photo& photo)
 {
@@ -50,17 +35,20 @@ QByteArray jpegOf(const QImage& image)
     return writer.write(image) ? buffer.data() : QByteArray();
 }
 
-/// Writes the whole file; empty, or the system's words why it failed.
-QString writeFile(const QString& path, const QByteArray& bytes)
+std::span<const std::byte> view(const QByteArray& bytes)
 {
-    File file(path, File::Mode::Create);
-    const bool written =
-        file.isOpen() &&
-        file.write(std::as_bytes(std::span(bytes.constData(), std::size_t(bytes.size())))) &&
-        file.close();
-    return written ? QString() : file.error();
+    return std::as_bytes(std::span(bytes.constData(), std::size_t(bytes.size())));
 }
 } // namespace
+
+ExportItem ExportJob::itemFor(const Photo& photo)
+{
+    ExportItem item;
+    item.kind = ExportItem::Kind::Photo;
+    item.title = photo.title;
+    item.from = photo.fullSizeFile;
+    return item;
+}
 
 void ExportJob::exportPhotos(const std::vector<Photo*>& photos)
 {
@@ -75,54 +63,101 @@ ExportJob::Next ExportJob::exportPhoto(const Photo& photo, int index)
 {
     ExportItem item = itemFor(photo);
     _host.showProgress(progressText(photo), index);
+    const Expected<bool> fullSize = hasFullSizeFile(photo);
     if (photo.photoId == 0 && namesNoFile(photo.fullSizeFile)) {
         // Without a file it has not even a name to be written under.
         item.result = Result::Missing;
-        item.why = words("The library names no file for this item");
+        item.why = tr("The library names no file for this item");
+    } else if (!fullSize) {
+        item.result = Result::Failed;
+        item.why = fullSize.failure().text();
+    } else if (*fullSize) {
+        exportFullSize(photo, item, index);
     } else {
-        write(item,
-              {ExportPath::folderOf(photo), [&] { return ExportPath::photoPath(photo, _config); },
-               [&](ExportItem& it) {
-                   if (hasFullSizeFile(photo))
-                       copy(it, index);
-                   else
-                       writeRendition(photo, it);
-               }});
+        exportRendition(photo, item);
     }
     const Next next = after(item);
     report(std::move(item));
     return next;
 }
 
-bool ExportJob::hasFullSizeFile(const Photo& photo) const
+Expected<bool> ExportJob::hasFullSizeFile(const Photo& photo) const
 {
-    return !photo.fullSizeFile.isEmpty() && _device->fileExists(photo.fullSizeFile) &&
-           !namesNoFile(photo.fullSizeFile);
+    if (namesNoFile(photo.fullSizeFile))
+        return false;
+    const Expected<FileInfo> found = _device->info(photo.fullSizeFile);
+    // Only of what is known to be gone may something smaller take the place.
+    if (found)
+        return found->kind != FileInfo::Kind::Folder;
+    return found.failedAs(Failure::Kind::Missing) ? Expected<bool>(false) : found.failure();
 }
 
-void ExportJob::writeRendition(const Photo& photo, ExportItem& item)
+void ExportJob::exportFullSize(const Photo& photo, ExportItem& item, int index)
 {
-    item.result = Result::Missing;
-    item.why = words("The device holds no full-size picture of this photo");
+    write(item, ExportPath::photoPath(photo, ExportPath::PhotoSource::FullSize, _config),
+          [&](ExportItem& it, const Place& place) { return copy(it, index, place); });
+}
+
+void ExportJob::exportRendition(const Photo& photo, ExportItem& item)
+{
+    const Expected<QImage> picture = rendition(photo, item);
+    if (!picture) {
+        item.result = picture.failedAs(Failure::Kind::Missing) ? Result::Missing : Result::Failed;
+        item.why = picture.failure().text();
+        return;
+    }
+    write(item, ExportPath::photoPath(photo, ExportPath::PhotoSource::Rendition, _config),
+          [&](ExportItem& it, const Place& place) { return writePicture(*picture, it, place); });
+}
+
+Expected<QImage> ExportJob::rendition(const Photo& photo, ExportItem& item) const
+{
     // Photos of the camera roll have no renditions, so one that has some comes from this library.
     PhotoDb* library = photo.thumbnails.empty() ? nullptr : _device->photoDb();
     const auto large = quint32(library ? library->largeCorrelationId() : 0);
-    QImage picture;
     const Ithmb decoder(*_device);
+    QImage picture;
+    bool isThere = false;
     for (const Thumbnail& thumbnail : photo.thumbnails) {
         if (large == 0 || thumbnail.correlationId != large)
             continue;
         const QImage decoded = decoder.convert(thumbnail);
+        isThere = isThere || !_device->info(thumbnail.filename).failedAs(Failure::Kind::Missing);
         if (!decoded.isNull()) { // of several, the last that decodes
             picture = decoded;
             item.from = thumbnail.filename;
         }
     }
-    if (picture.isNull())
-        return;
+    if (!picture.isNull())
+        return picture;
+    if (isThere)
+        return Failure{Failure::Kind::Damaged,
+                       tr("The screen copy of this photo on the device cannot be read"),
+                       {}};
+    return Failure{
+        Failure::Kind::Missing, tr("The device holds no full-size picture of this photo"), {}};
+}
+
+ExportJob::Written ExportJob::writePicture(const QImage& picture, ExportItem& item,
+                                           const Place& place)
+{
+    item.result = Result::Failed;
     const QByteArray jpeg = jpegOf(picture);
-    item.why = jpeg.isEmpty() ? words("The picture could not be stored as JPEG")
-                              : writeFile(item.to, jpeg);
-    item.result = item.why.isEmpty() ? Result::Copied : Result::Failed;
-    item.bytes = item.result == Result::Copied ? jpeg.size() : 0;
+    if (jpeg.isEmpty()) {
+        item.why = tr("The picture could not be stored as JPEG");
+        return Written::Settled;
+    }
+    File file(place.path(), place.replaces ? File::Mode::Create : File::Mode::CreateNew);
+    if (!file.isOpen() && !place.replaces && file.wasTaken())
+        return Written::Taken;
+    if (!file.isOpen() || !file.write(view(jpeg)) || !file.close()) {
+        item.why = file.error();
+        return Written::Settled;
+    }
+    item.result = Result::Copied;
+    item.bytes = jpeg.size();
+    item.why = tr("Only a screen copy of %1 x %2 is on the device")
+                   .arg(picture.width())
+                   .arg(picture.height());
+    return Written::Settled;
 }

@@ -28,7 +28,7 @@ struct ExportItem {
     QString to;   ///< path on the computer; null when none was chosen
     qint64 bytes = 0;
     Result result = Result::Copied;
-    QString why; ///< in words, unless the item was copied
+    QString why; ///< in words; null for an item that was copied as it should be
 
     /// The item neither was copied nor was meant to be left alone.
     [[nodiscard]] bool isFailure() const;

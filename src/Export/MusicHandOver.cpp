@@ -4,18 +4,11 @@
 #include "Device/Playlist.h"
 #include "Export/ExportReport.h"
 
-#include <QCoreApplication>
-
 namespace
 {
 /// After so many files without an answer the application is not asked again: each of thousands
 /// of files would wait for it.
 constexpr int MostLosses = 3;
-
-QString words(const char* text)
-{
-    return QCoreApplication::translate("MusicHandOver", text);
-}
 } // namespace
 
 MusicHandOver::MusicHandOver(ExportReport& report, Create create)
@@ -31,7 +24,7 @@ void MusicHandOver::handOver(const QString& path, const std::vector<Playlist*>& 
 {
     if (!ready(path, stop))
         return;
-    const QString refusal = words("%1 cannot read the file").arg(_library->name());
+    const QString refusal = tr("%1 cannot read the file").arg(_library->name());
     const Outcome added = _library->add(path, stop);
     if (added == Outcome::Refused)
         _losses = 0; // it answered
@@ -58,7 +51,7 @@ bool MusicHandOver::ready(const QString& path, const MusicLibrary::Stop& stop)
     if (!_library)
         _library = _create();
     if (!_library) {
-        report(path, words("There is no music application"));
+        report(path, tr("There is no music application"));
         return false;
     }
     _isOpen = true;
@@ -69,15 +62,37 @@ bool MusicHandOver::ready(const QString& path, const MusicLibrary::Stop& stop)
 void MusicHandOver::addToPlaylist(const QString& path, const QString& name)
 {
     const QString refusal =
-        words("%1 did not take the file into the playlist \"%2\"").arg(_library->name(), name);
-    const std::optional<QStringList> there = _library->playlists();
-    if (!there) {
-        (void)succeeded(Outcome::NoAnswer, path, refusal);
+        tr("%1 did not take the file into the playlist \"%2\"").arg(_library->name(), name);
+    if (_smart.contains(name))
         return;
+    const bool wasKnown = _playlists.has_value();
+    if (!hasPlaylist(path, name, refusal))
+        return;
+    Outcome outcome = _library->addToPlaylist(path, name);
+    if (outcome == Outcome::Refused && wasKnown) {
+        // The person has the application in front of them, and may have removed the playlist.
+        _playlists.reset();
+        if (!hasPlaylist(path, name, refusal))
+            return;
+        outcome = _library->addToPlaylist(path, name);
     }
-    if (!there->contains(name) && !succeeded(_library->createPlaylist(name), path, refusal))
-        return;
-    (void)succeeded(_library->addToPlaylist(path, name), path, refusal);
+    if (outcome == Outcome::SmartPlaylist)
+        _smart.insert(name);
+    (void)succeeded(outcome, path, refusal);
+}
+
+bool MusicHandOver::hasPlaylist(const QString& path, const QString& name, const QString& refusal)
+{
+    if (!_playlists)
+        _playlists = _library->playlists();
+    if (!_playlists)
+        return succeeded(Outcome::NoAnswer, path, refusal);
+    if (_playlists->contains(name))
+        return true;
+    if (!succeeded(_library->createPlaylist(name), path, refusal))
+        return false;
+    _playlists->append(name);
+    return true;
 }
 
 bool MusicHandOver::succeeded(Outcome outcome, const QString& path, const QString& refusal)
@@ -103,11 +118,13 @@ void MusicHandOver::lose()
 {
     ++_losses;
     _isOpen = false; // the next file tries to start it again
+    _playlists.reset();
+    _smart.clear();
 }
 
 QString MusicHandOver::noAnswer() const
 {
-    return words("%1 does not answer").arg(_library->name());
+    return tr("%1 does not answer").arg(_library->name());
 }
 
 void MusicHandOver::report(const QString& path, const QString& why)
@@ -117,6 +134,6 @@ void MusicHandOver::report(const QString& path, const QString& why)
     item.title = PathName::lastComponent(path);
     item.to = path;
     item.result = ExportItem::Result::Failed;
-    item.why = words("Copied, but not added to the music application: %1").arg(why);
+    item.why = tr("Copied, but not added to the music application: %1").arg(why);
     _report.add(std::move(item));
 }

@@ -2,10 +2,14 @@
 
 #include "Platform/MusicLibrary.h"
 
+#include <QCoreApplication>
+#include <QSet>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class ExportReport;
@@ -16,6 +20,8 @@ struct Playlist;
 /// On the job's thread.
 class MusicHandOver
 {
+    Q_DECLARE_TR_FUNCTIONS(MusicHandOver)
+
 public:
     using Create = std::function<std::unique_ptr<MusicLibrary>()>;
 
@@ -34,6 +40,8 @@ private:
     /// Whether the library is there; it is opened when needed.
     bool ready(const QString& path, const MusicLibrary::Stop& stop);
     void addToPlaylist(const QString& path, const QString& name);
+    /// Whether the application has a playlist of this name now, made if needed.
+    bool hasPlaylist(const QString& path, const QString& name, const QString& refusal);
     /// Whether a step succeeded; reports it when it did not.
     bool succeeded(Outcome outcome, const QString& path, const QString& refusal);
     void report(const QString& path, const QString& why);
@@ -44,5 +52,8 @@ private:
     Create _create;
     std::unique_ptr<MusicLibrary> _library;
     bool _isOpen = false;
-    int _losses = 0; ///< files in a row for which there was no answer
+    /// The playlists that the application has; none until it was asked.
+    std::optional<QStringList> _playlists;
+    QSet<QString> _smart; ///< those of them that are filled by rules
+    int _losses = 0;      ///< files in a row for which there was no answer
 };

@@ -21,9 +21,11 @@ struct Discard {
 };
 using Writer = std::unique_ptr<zip_t, Discard>;
 
-QString words(zip_error_t* error)
+Failure failed(zip_error_t* error)
 {
-    return QString::fromUtf8(zip_error_strerror(error));
+    return {Failure::Kind::Unwritable,
+            QCoreApplication::translate("Archive", "The folder could not be packed"),
+            QString::fromUtf8(zip_error_strerror(error))};
 }
 
 bool addFolder(zip_t* archive, const QString& name)
@@ -74,23 +76,25 @@ bool addAll(zip_t* archive, const QString& folder)
 }
 } // namespace
 
-QString Archive::pack(const QString& folder, const QString& archive)
+Status Archive::pack(const QString& folder, const QString& archive)
 {
     int code = 0;
     Writer writer(zip_open(QFile::encodeName(archive).constData(), ZIP_CREATE | ZIP_EXCL, &code));
     if (!writer) {
         zip_error_t error;
         zip_error_init_with_code(&error, code);
-        const QString why = words(&error);
+        Failure why = failed(&error);
         zip_error_fini(&error);
         return why;
     }
     if (!addAll(writer.get(), folder))
-        return words(zip_get_error(writer.get()));
+        return failed(zip_get_error(writer.get()));
     if (zip_get_num_entries(writer.get(), 0) == 0) // the library would write no file at all
-        return QCoreApplication::translate("Archive", "The folder is empty");
+        return Failure{Failure::Kind::Missing,
+                       QCoreApplication::translate("Archive", "The folder is empty"),
+                       {}};
     if (zip_close(writer.get()) != 0)
-        return words(zip_get_error(writer.get()));
+        return failed(zip_get_error(writer.get()));
     (void)writer.release(); // closed, and so freed
     return {};
 }

@@ -1,6 +1,7 @@
 #include "Platform/File.h"
 
 #include "Platform/Host.h"
+#include "Platform/SystemFailure.h"
 
 #include <QFile>
 
@@ -10,26 +11,45 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstdint>
-#include <system_error>
+#include <utility>
 #include <vector>
 
 namespace
 {
-int openDescriptor(const QString& path, File::Mode mode)
+/// Makes the file anew, so that nothing is written through a link, nor into a file that
+/// something else has open.
+Descriptor create(const char* path, File::Mode mode)
+{
+    constexpr int Flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+    constexpr mode_t Rights = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
+    Descriptor made(::open(path, Flags, Rights));
+    if (made || errno != EEXIST || mode == File::Mode::CreateNew)
+        return made;
+    struct stat status = {};
+    if (lstat(path, &status) != 0)
+        return {};
+    if (!S_ISREG(status.st_mode) && !S_ISLNK(status.st_mode)) {
+        errno = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
+        return {};
+    }
+    if (unlink(path) != 0)
+        return {};
+    return Descriptor(::open(path, Flags, Rights));
+}
+
+Descriptor openDescriptor(const QString& path, File::Mode mode)
 {
     // The system's calls end a path at its first zero and would open something else.
     if (path.contains(QChar::Null)) {
         errno = EINVAL;
-        return -1;
+        return {};
     }
     const QByteArray nativePath = QFile::encodeName(path);
-    if (mode == File::Mode::Read)
-        return open(nativePath.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    return open(nativePath.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NONBLOCK,
-                S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH);
+    if (mode != File::Mode::Read)
+        return create(nativePath.constData(), mode);
+    return Descriptor(::open(nativePath.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
 }
 
 /// 0, or why a descriptor is none that this class works with.
@@ -70,29 +90,48 @@ constexpr std::size_t BufferSize = std::size_t(64) * 1024;
 File::File(const QString& path, Mode mode)
     : _descriptor(openDescriptor(path, mode))
 {
-    if (!isOpen()) {
+    if (!isOpen())
         fail(errno);
-    } else if (const int reason = whyNotRegular(_descriptor)) {
-        close();
+    else
+        keepOnlyRegular();
+}
+
+File::File(Descriptor descriptor)
+    : _descriptor(std::move(descriptor))
+{
+    keepOnlyRegular();
+}
+
+void File::keepOnlyRegular()
+{
+    if (const int reason = whyNotRegular(_descriptor.number())) {
+        _descriptor = {};
         fail(reason);
     }
 }
 
-File::~File()
+Failure File::failure() const
 {
-    close();
+    return SystemFailure::of(_errorNumber);
 }
 
-qint64 File::size() const
+bool File::wasTaken() const
+{
+    return _errorNumber == EEXIST;
+}
+
+std::optional<qint64> File::size() const
 {
     struct stat status = {};
-    return fstat(_descriptor, &status) == 0 ? qint64(status.st_size) : 0;
+    if (fstat(_descriptor.number(), &status) != 0)
+        return std::nullopt;
+    return qint64(status.st_size);
 }
 
 qint64 File::read(std::span<std::byte> buffer)
 {
     for (;;) {
-        const ssize_t count = ::read(_descriptor, buffer.data(), buffer.size());
+        const ssize_t count = ::read(_descriptor.number(), buffer.data(), buffer.size());
         if (count >= 0)
             return count;
         if (errno != EINTR) {
@@ -104,29 +143,23 @@ qint64 File::read(std::span<std::byte> buffer)
 
 QByteArray File::readAll()
 {
-    QByteArray bytes = readRange(0, size());
-    // A file that has grown since it told its size, or never told one.
-    std::array<std::byte, BufferSize> more;
-    while (const qint64 count = error().isEmpty() ? read(more) : 0) {
-        if (!fitsIntoMemory(bytes.size() + count)) {
-            fail(ENOMEM);
-            break;
-        }
-        bytes.append(reinterpret_cast<const char*>(more.data()), count);
-    }
+    // A file that never ends would take all memory, so what it reports is all that is read.
+    QByteArray bytes = readRange(0, size().value_or(0));
     return bytes.isEmpty() && !error().isEmpty() ? QByteArray() : bytes;
 }
 
 QByteArray File::readRange(qint64 offset, qint64 length)
 {
-    const qint64 wanted = std::clamp(size() - offset, qint64(0), length);
+    if (offset < 0 || length < 0)
+        return {};
+    const qint64 wanted = std::clamp(size().value_or(0) - offset, qint64(0), length);
     if (!fitsIntoMemory(wanted)) {
         fail(ENOMEM);
         return {};
     }
     QByteArray bytes(wanted, Qt::Uninitialized);
     useLargePages(bytes.data(), wanted);
-    lseek(_descriptor, offset, SEEK_SET);
+    lseek(_descriptor.number(), offset, SEEK_SET);
     qint64 done = 0;
     while (done < wanted) {
         const auto rest = std::as_writable_bytes(std::span(bytes.data(), std::size_t(wanted)));
@@ -142,7 +175,7 @@ QByteArray File::readRange(qint64 offset, qint64 length)
 bool File::write(std::span<const std::byte> bytes)
 {
     while (!bytes.empty()) {
-        const ssize_t count = ::write(_descriptor, bytes.data(), bytes.size());
+        const ssize_t count = ::write(_descriptor.number(), bytes.data(), bytes.size());
         if (count >= 0) {
             bytes = bytes.subspan(std::size_t(count));
         } else if (errno != EINTR) {
@@ -157,8 +190,9 @@ qint64 File::append(File& source, qint64 length)
 {
     qint64 moved = 0;
     while (_kernelCopies && moved < length) {
-        const ssize_t count = copy_file_range(source._descriptor, nullptr, _descriptor, nullptr,
-                                              std::size_t(length - moved), 0);
+        const ssize_t count =
+            copy_file_range(source._descriptor.number(), nullptr, _descriptor.number(), nullptr,
+                            std::size_t(length - moved), 0);
         if (count > 0)
             moved += count;
         else if (count == 0)
@@ -187,11 +221,7 @@ qint64 File::appendThroughBuffer(File& source, qint64 length)
 
 bool File::close()
 {
-    if (_descriptor < 0)
-        return true;
-    const int descriptor = _descriptor;
-    _descriptor = -1;
-    if (::close(descriptor) == 0 || errno == EINTR)
+    if (!isOpen() || ::close(_descriptor.release()) == 0 || errno == EINTR)
         return true;
     fail(errno);
     return false;
@@ -199,5 +229,6 @@ bool File::close()
 
 void File::fail(int errorNumber)
 {
-    _error = QString::fromStdString(std::generic_category().message(errorNumber));
+    _errorNumber = errorNumber;
+    _error = SystemFailure::text(errorNumber);
 }

@@ -1,9 +1,13 @@
 #pragma once
 
+#include "Base/Descriptor.h"
+#include "Base/Failure.h"
+
 #include <QByteArray>
 #include <QString>
 
 #include <cstddef>
+#include <optional>
 #include <span>
 
 /// An open file of the computer or of a mounted volume, closed with the object. Sizes and
@@ -12,27 +16,31 @@ class File
 {
 public:
     enum class Mode {
-        Read,  ///< an existing regular file; a pipe or a device node could block for ever
-        Create ///< an empty file in place of whatever file is there
+        Read,     ///< an existing regular file; a pipe or a device node could block for ever
+        Create,   ///< a new file, in place of a file or a link that is there
+        CreateNew ///< a new file, and only where nothing is
     };
 
     /// Opens at once; ask `isOpen` or `error` how that went.
     File(const QString& path, Mode mode);
-    ~File();
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
+    /// Takes over a descriptor; one that is no regular file is closed.
+    explicit File(Descriptor descriptor);
 
-    [[nodiscard]] bool isOpen() const { return _descriptor >= 0; }
+    [[nodiscard]] bool isOpen() const { return bool(_descriptor); }
     /// The system's words for what failed last; empty when nothing did.
     [[nodiscard]] const QString& error() const { return _error; }
+    /// The same with what it means.
+    [[nodiscard]] Failure failure() const;
+    /// Whether `CreateNew` found something of that name.
+    [[nodiscard]] bool wasTaken() const;
 
-    /// The size in bytes that the file system reports.
-    qint64 size() const;
+    /// The size in bytes that the file system reports; none when it cannot be asked.
+    [[nodiscard]] std::optional<qint64> size() const;
     /// Reads up to `buffer.size()` bytes on from the last position: the count, 0 at the end or
     /// after an error.
     qint64 read(std::span<std::byte> buffer);
-    /// The whole file from its start; null when reading fails before the first byte, or when it
-    /// is larger than the memory that is free.
+    /// The file from its start, as far as the reported size goes; null when reading fails before
+    /// the first byte, or when it is larger than the memory that is free.
     QByteArray readAll();
     /// At most `length` bytes from `offset`; fewer at the end, empty past it.
     QByteArray readRange(qint64 offset, qint64 length);
@@ -47,9 +55,11 @@ public:
 
 private:
     void fail(int errorNumber);
+    void keepOnlyRegular();
     qint64 appendThroughBuffer(File& source, qint64 length);
 
-    int _descriptor = -1;
+    Descriptor _descriptor;
     bool _kernelCopies = true;
+    int _errorNumber = 0;
     QString _error;
 };

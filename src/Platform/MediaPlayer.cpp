@@ -1,5 +1,6 @@
 #include "Platform/MediaPlayer.h"
 
+#include "Base/FolderRemoval.h"
 #include "Base/PathName.h"
 #include "Base/Program.h"
 #include "Platform/MprisPlayer.h"
@@ -65,7 +66,8 @@ QString MediaPlayer::privateCopyPath(const QString& fileName)
 
 void MediaPlayer::removeOldCopies()
 {
-    QDir(playingFolder()).removeRecursively();
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    (void)FolderRemoval::removeOwn(cache, {Program::briefName(), QStringLiteral("Playing")});
 }
 
 bool MediaPlayer::isPlayable(const QString& path)

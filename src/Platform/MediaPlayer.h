@@ -12,7 +12,7 @@ public:
     /// Where to copy a file of this name to: in a new folder of this user alone. Null when none
     /// can be made.
     static QString privateCopyPath(const QString& fileName);
-    /// Removes the copies of earlier runs. Call it at start.
+    /// Removes the copies of earlier runs, but nothing through a link. Call it at start.
     static void removeOldCopies();
 
     /// Whether a file is sound or film to the desktop. Names come from a device, and opening,

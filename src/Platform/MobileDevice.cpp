@@ -51,7 +51,7 @@ void Handle::end()
     if (!_device)
         return;
     // Ending the session waits for the phone's answer, which may never come.
-    PatientThread().post(
+    PatientThread::alone(
         [client = std::exchange(_client, nullptr), device = std::exchange(_device, nullptr)] {
             if (client)
                 lockdownd_client_free(client);

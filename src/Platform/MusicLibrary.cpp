@@ -3,6 +3,7 @@
 #include "Platform/RhythmboxLibrary.h"
 #include "Platform/SessionBus.h"
 
+#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>

@@ -4,6 +4,7 @@
 #include "Platform/SessionBus.h"
 
 #include <QCoreApplication>
+#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -99,9 +100,9 @@ Notifier::Notifier()
 {
 }
 
-Notifier::Notifier(QDBusConnection session, QDBusConnection system)
-    : _session(std::move(session))
-    , _system(std::move(system))
+Notifier::Notifier(const QDBusConnection& session, const QDBusConnection& system)
+    : _session(std::make_unique<QDBusConnection>(session))
+    , _system(std::make_unique<QDBusConnection>(system))
 {
 }
 
@@ -138,7 +139,7 @@ void Notifier::sendProgress(double fraction, bool visible)
     message << QStringLiteral("application://%1.desktop").arg(DesktopEntry)
             << QVariantMap{{QStringLiteral("progress"), fraction},
                            {QStringLiteral("progress-visible"), visible}};
-    (void)_session.send(message);
+    (void)_session->send(message);
 }
 
 void Notifier::jobFinished(const QString& title, const QString& text)
@@ -154,13 +155,13 @@ void Notifier::jobFinished(const QString& title, const QString& text)
             << QVariantMap{{QStringLiteral("desktop-entry"), DesktopEntry},
                            {QStringLiteral("category"), QStringLiteral("transfer.complete")}}
             << DesktopsOwnTime;
-    call<quint32>(_session, message, [last = _notification](quint32 id) { *last = id; });
+    call<quint32>(*_session, message, [last = _notification](quint32 id) { *last = id; });
 }
 
 void Notifier::keepAwake(const QString& reason)
 {
     if (!_awake)
-        _awake = Hold::ask(_session, _system, reason);
+        _awake = Hold::ask(*_session, *_system, reason);
 }
 
 void Notifier::letSleep()

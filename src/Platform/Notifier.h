@@ -1,9 +1,10 @@
 #pragma once
 
-#include <QDBusConnection>
 #include <QString>
 
 #include <memory>
+
+class QDBusConnection;
 
 /// What the desktop shows and does for a job outside the window: progress on the task bar, a
 /// notification at the end, no sleep in between. Nothing here waits for an answer, and where the
@@ -13,7 +14,7 @@ class Notifier
 public:
     /// Uses the buses of the session and of the system.
     Notifier();
-    Notifier(QDBusConnection session, QDBusConnection system);
+    Notifier(const QDBusConnection& session, const QDBusConnection& system);
     /// Takes back the progress, and lets the computer sleep.
     ~Notifier();
     Notifier(const Notifier&) = delete;
@@ -37,8 +38,8 @@ private:
 
     void sendProgress(double fraction, bool visible);
 
-    QDBusConnection _session;
-    QDBusConnection _system;
+    std::unique_ptr<QDBusConnection> _session;
+    std::unique_ptr<QDBusConnection> _system;
     int _shownPercent = -1; ///< -1 while none is shown
     std::shared_ptr<quint32> _notification = std::make_shared<quint32>(0);
     std::shared_ptr<Hold> _awake;

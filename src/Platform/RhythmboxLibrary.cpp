@@ -3,6 +3,7 @@
 #include "Platform/SessionBus.h"
 
 #include <QDBusArgument>
+#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDeadlineTimer>
@@ -92,11 +93,13 @@ std::unique_ptr<MusicLibrary> RhythmboxLibrary::make(const QDBusConnection& bus)
     return std::make_unique<RhythmboxLibrary>(bus);
 }
 
-RhythmboxLibrary::RhythmboxLibrary(QDBusConnection bus)
-    : _bus(std::move(bus))
+RhythmboxLibrary::RhythmboxLibrary(const QDBusConnection& bus)
+    : _bus(std::make_unique<QDBusConnection>(bus))
 {
     qDBusRegisterMetaType<LoadUri>();
 }
+
+RhythmboxLibrary::~RhythmboxLibrary() = default;
 
 MusicLibrary::Outcome RhythmboxLibrary::open(const Stop& stop)
 {
@@ -104,7 +107,7 @@ MusicLibrary::Outcome RhythmboxLibrary::open(const Stop& stop)
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("StartServiceByName"));
     start << Service << quint32(0);
-    const bool started = !isError(_bus.call(start, QDBus::Block, StartMilliseconds));
+    const bool started = !isError(_bus->call(start, QDBus::Block, StartMilliseconds));
     std::optional<QStringList> names = playlists();
     // It may run although nothing can start it.
     if (!started && !names)
@@ -144,7 +147,7 @@ MusicLibrary::Outcome RhythmboxLibrary::loadUri(const QString& address)
     message << QStringLiteral("load-uri")
             << QVariant(QVariantList{QVariant::fromValue(LoadUri{address, false})})
             << QVariantMap();
-    return outcomeOf(_bus.call(message, QDBus::Block, SessionBus::TimeLimit));
+    return outcomeOf(_bus->call(message, QDBus::Block, SessionBus::TimeLimit));
 }
 
 std::optional<MusicLibrary::Outcome> RhythmboxLibrary::lookUp(const QString& address)
@@ -153,7 +156,7 @@ std::optional<MusicLibrary::Outcome> RhythmboxLibrary::lookUp(const QString& add
         Service, Path + QStringLiteral("/RhythmDB"),
         QStringLiteral("org.gnome.Rhythmbox3.RhythmDB"), QStringLiteral("GetEntryProperties"));
     message << address;
-    const QDBusMessage answer = _bus.call(message, QDBus::Block, SessionBus::TimeLimit);
+    const QDBusMessage answer = _bus->call(message, QDBus::Block, SessionBus::TimeLimit);
     if (isError(answer)) {
         // Any answer but silence says that the library does not list the file, so far.
         if (outcomeOf(answer) == Outcome::NoAnswer)
@@ -198,5 +201,5 @@ QDBusMessage RhythmboxLibrary::callPlaylists(const QString& method, const QVaria
         Service, Path + QStringLiteral("/PlaylistManager"),
         QStringLiteral("org.gnome.Rhythmbox3.PlaylistManager"), method);
     message.setArguments(arguments);
-    return _bus.call(message, QDBus::Block, SessionBus::TimeLimit);
+    return _bus->call(message, QDBus::Block, SessionBus::TimeLimit);
 }

@@ -2,8 +2,9 @@
 
 #include "Platform/MusicLibrary.h"
 
-#include <QDBusConnection>
+#include <QVariantList>
 
+class QDBusConnection;
 class QDBusMessage;
 
 /// Rhythmbox, by its D-Bus interface. It knows a file by its address, and lists a file once in
@@ -16,7 +17,8 @@ public:
     static QString applicationName();
     static std::unique_ptr<MusicLibrary> make(const QDBusConnection& bus);
 
-    explicit RhythmboxLibrary(QDBusConnection bus);
+    explicit RhythmboxLibrary(const QDBusConnection& bus);
+    ~RhythmboxLibrary() override;
 
     [[nodiscard]] QString name() const override { return applicationName(); }
     Outcome open(const Stop& stop) override;
@@ -33,5 +35,5 @@ private:
     /// Whether the library lists the file by now, has refused it, or says nothing yet.
     std::optional<Outcome> lookUp(const QString& address);
 
-    QDBusConnection _bus;
+    std::unique_ptr<QDBusConnection> _bus;
 };

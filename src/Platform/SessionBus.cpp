@@ -1,5 +1,6 @@
 #include "Platform/SessionBus.h"
 
+#include <QDBusConnection>
 #include <QFile>
 
 namespace

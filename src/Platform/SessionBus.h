@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDBusConnection>
+class QDBusConnection;
 
 /// The message bus of the person's desktop session.
 namespace SessionBus

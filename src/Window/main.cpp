@@ -1,4 +1,5 @@
 #include "Base/Program.h"
+#include "Base/Translations.h"
 #include "Platform/PatientThread.h"
 #include "Window/Appearance.h"
 #include "Window/Crash/Application.h"
@@ -8,6 +9,8 @@
 #include "Window/MainWindowController.h"
 #include "Window/Style.h"
 
+#include <QLocale>
+
 namespace
 {
 int run(int argc, char** argv)
@@ -16,6 +19,7 @@ int run(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("zell-transfer"));
     QApplication::setApplicationVersion(Program::version());
     QApplication::setDesktopFileName(QStringLiteral("io.zell.Transfer"));
+    Translations::install(QLocale());
     Style::install();
     const Appearance appearance;
 

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryDir>
 #include <QTimeZone>
 #include <QUuid>
 
@@ -182,6 +183,20 @@ TEST(SupportFolders, LoseTheLogWithAllItHolds)
     Utility::clearLog();
     EXPECT_FALSE(QFileInfo::exists(log));
     Utility::clearLog(); // nothing there, nothing said
+}
+
+TEST(SupportFolders, LoseNothingThroughALinkInPlaceOfTheLog)
+{
+    const QTemporaryDir person;
+    const QString precious = person.filePath("precious");
+    QFile file(precious);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const QString log = Utility::applicationSupportFolder() + "/log";
+    Utility::clearLog();
+    ASSERT_TRUE(QFile::link(person.path(), log));
+    Utility::clearLog();
+    EXPECT_TRUE(QFileInfo::exists(precious));
+    EXPECT_TRUE(QFile::remove(log));
 }
 
 TEST(CreateFolder, MakesMissingParentsAndSaysWhyItCannot)

@@ -221,3 +221,64 @@ TEST_F(BookDbTest, LeavesTheLibraryItsBooksWhenItIsEmpty)
     EXPECT_EQ(titles(device.trackDb()->books().tracks("*|*|*")), QStringList("Of the library"));
     EXPECT_EQ(device.trackDb()->books().genres(), QStringList({"*", "Genre"}));
 }
+
+TEST_F(BookDbTest, FindsABookWhosePathEndsLikeAFolder)
+{
+    putBooks(BookCatalogue::write(
+        {{{{"Name", "B0"}, {"Path", "B0.epub//"}}, {{"Name", "All"}, {"Path", "/"}}}}));
+    EXPECT_EQ(device.bookDb()->bookList().at(0)->path, "/Books/B0.epub");
+    EXPECT_EQ(device.bookDb()->bookList().at(1)->path, "") << "the folder of all is no book";
+}
+
+TEST_F(BookDbTest, ReadsABinaryListOfRealSizeWhoseBooksShareTheirTexts)
+{
+    // Each key and each name stands once in such a file, and thousands of books refer to it.
+    std::vector<Book> books(5000, book("The same"));
+    for (std::size_t i = 0; i < books.size(); ++i)
+        books[i]["Path"] = QString::number(i);
+    putBooks(BookCatalogue::write({books}, BookCatalogue::Form::Binary));
+    EXPECT_EQ(device.bookDb()->bookList().size(), books.size());
+    EXPECT_TRUE(device.bookDb()->problems().empty());
+}
+
+TEST_F(BookDbTest, KeepsTheMarkAtTheBeginningOfAName)
+{
+    for (const auto form : {BookCatalogue::Form::Xml, BookCatalogue::Form::Binary}) {
+        MemoryDevice other;
+        other.setBookPath("/Books");
+        const QString name = QChar(0xFEFF) + QString("Name");
+        other.put("/Books/Books.plist", BookCatalogue::write({{book(name)}}, form));
+        ASSERT_EQ(other.bookDb()->bookList().size(), 1U);
+        EXPECT_EQ(other.bookDb()->bookList()[0]->title, name);
+        EXPECT_EQ(other.bookDb()->bookList()[0]->path, "/Books/" + name + ".epub");
+    }
+}
+
+TEST_F(BookDbTest, SaysThatAListIsDamagedAndReadsTheOther)
+{
+    putBooks(BookCatalogue::write({{book("1")}}).chopped(20));
+    putPurchases(BookCatalogue::write({{book("Bought")}}));
+    EXPECT_EQ(titles(device.bookDb()->bookList()), QStringList("Bought"));
+    ASSERT_EQ(device.bookDb()->problems().all().size(), 1U);
+    EXPECT_EQ(device.bookDb()->problems().all()[0].kind, Problem::Kind::Damaged);
+}
+
+TEST_F(BookDbTest, LosesOnlyTheEntryThatIsBroken)
+{
+    const QByteArray whole =
+        BookCatalogue::write({{book("One"), book("Two")}}, BookCatalogue::Form::Binary);
+    std::size_t oneLost = 0;
+    for (qsizetype at = 8; at < whole.size() - 32; ++at) {
+        QByteArray damaged = whole;
+        damaged[at] = '\xff'; // no marker of any kind
+        MemoryDevice other;
+        other.setBookPath("/Books");
+        other.put("/Books/Books.plist", damaged);
+        const std::vector<Track*>& books = other.bookDb()->bookList();
+        if (books.empty()) {
+            EXPECT_FALSE(other.bookDb()->problems().empty()) << at;
+        }
+        oneLost += books.size() == 1 ? 1 : 0;
+    }
+    EXPECT_GT(oneLost, 0U);
+}

@@ -162,12 +162,18 @@ TEST_F(HostileDatabase, MayHaveIdsThatAreAllAlike)
     EXPECT_EQ(db.playlists()[0]->tracks.size(), std::size_t(Count));
 }
 
-TEST_F(HostileDatabase, KeepsWhatItReadBeforeAGiantRow)
+TEST_F(HostileDatabase, StepsOverAGiantRowAndSaysSo)
 {
     const QString giant(70 << 20, u'x');
-    SqliteLibraries::writeMediaLibrary(path("MediaLibrary.sqlitedb"),
-                                       {"Player", {track(1, "One"), track(2, giant)}, {}});
-    EXPECT_EQ(titles(readFile().tracks()), QStringList("One"));
+    SqliteLibraries::writeMediaLibrary(
+        path("MediaLibrary.sqlitedb"),
+        {"Player", {track(1, "One"), track(2, giant), track(3, "Three")}, {}});
+    TrackDb& db = readFile();
+    QStringList read = titles(db.tracks());
+    read.sort();
+    EXPECT_EQ(read, QStringList({"One", "Three"}));
+    ASSERT_EQ(db.problems().all().size(), 1U);
+    EXPECT_EQ(db.problems().all()[0].kind, Problem::Kind::CutOff);
 }
 
 TEST_F(HostileDatabase, ReadsAGiantTextThatIsReallyThere)
@@ -291,4 +297,40 @@ TEST_F(HostileDatabase, MayHaveColumnsThatCallFunctionsWithoutEnd)
              "(instr(zeroblob(60000), zeroblob(30000) || x'01') + "
              "length(replace(hex(zeroblob(30000)), hex(zeroblob(15000)) || 'x', '')))");
     EXPECT_TRUE(db.tracks().empty());
+}
+
+TEST_F(HostileDatabase, ReadsNoColumnThatIsMadeFromOthers)
+{
+    TrackDb& db = read(OtherTables + "create table item (base_location_id, genre_id, album_pid, "
+                                     "item_artist_pid, item_pid as (genre_id + 1));"
+                                     "insert into item (genre_id) values (1)");
+    EXPECT_TRUE(db.tracks().empty());
+    ASSERT_FALSE(db.problems().empty());
+    EXPECT_EQ(db.problems().begin()->kind, Problem::Kind::NotUnderstood);
+}
+
+TEST_F(HostileDatabase, MayHaveColumnsMadeFromOthersThatNobodyReads)
+{
+    TrackDb& db =
+        read(OtherTables + "create table item (item_pid, base_location_id, genre_id, album_pid, "
+                           "item_artist_pid, more as (genre_id + 1));"
+                           "insert into item (item_pid) values (1)");
+    EXPECT_EQ(db.tracks().size(), 1U);
+}
+
+TEST_F(HostileDatabase, EndsItsWorkWhereEveryRowIsOutOfReach)
+{
+    // Without a whole table of genres each row fails, and each costs a search.
+    const QString name = path("MediaLibrary.sqlitedb");
+    std::vector<TestTrack> tracks;
+    for (quint32 i = 1; i <= 20'000; ++i)
+        tracks.push_back(track(i, "T"));
+    SqliteLibraries::writeMediaLibrary(name, {"Player", tracks, {}});
+    QByteArray damaged = Files::read(name);
+    for (qsizetype at = damaged.indexOf("Genre", 4096); at >= 0; at = damaged.indexOf("Genre"))
+        damaged.replace(at / 4096 * 4096, 4096, QByteArray(4096, '\xff'));
+    Files::write(name, damaged);
+    TrackDb& db = readFile();
+    EXPECT_FALSE(db.problems().empty());
+    EXPECT_EQ(db.tracks().size(), 20'000U);
 }

@@ -25,6 +25,15 @@ QByteArray claiming(QByteArray jpeg, quint16 width, quint16 height)
     qToBigEndian(width, jpeg.data() + frame + 7);
     return jpeg;
 }
+/// A chunk of a PNG; nobody looks at the checksum of those that are left out.
+QByteArray chunk(const QByteArray& name, const QByteArray& data)
+{
+    QByteArray bytes(4, 0);
+    qToBigEndian(quint32(data.size()), bytes.data());
+    return bytes + name + data + QByteArray(4, 0);
+}
+
+constexpr qsizetype PngStartWithHeader = 8 + 12 + 13;
 } // namespace
 
 TEST(FittedSize, KeepsTheAspectRatio)
@@ -132,4 +141,42 @@ TEST(DecodedPreview, OfEndlessScansIsNone)
     timer.start();
     EXPECT_TRUE(PreviewImage::decodeThumbnail(jpeg, {100, 100}).isNull());
     EXPECT_LT(timer.elapsed(), 2000);
+}
+
+TEST(DecodedPreview, OfAPngLooksAtNoCompressedTexts)
+{
+    // A megabyte of these took gigabytes.
+    const QByteArray text = qCompress(QByteArray(4 << 20, 'x'), 9).mid(4);
+    QByteArray texts;
+    for (int i = 0; i < 200; ++i)
+        texts += chunk("zTXt", QByteArray("key" + QByteArray::number(i)) + QByteArray(2, 0) + text);
+    texts += chunk("iCCP", QByteArray("profile") + QByteArray(2, 0) + text);
+    const QByteArray whole = SamplePicture::encoded(SamplePicture::draw(3, {60, 40}), "png");
+    QByteArray hostile = whole;
+    hostile.insert(PngStartWithHeader, texts);
+    QElapsedTimer timer;
+    timer.start();
+    const QImage picture = PreviewImage::decode(hostile);
+    EXPECT_LT(timer.elapsed(), 2000);
+    EXPECT_TRUE(picture.textKeys().isEmpty());
+    EXPECT_EQ(picture, PreviewImage::decode(whole));
+    EXPECT_FALSE(picture.isNull());
+}
+
+TEST(DecodedPreview, OfAPngKeepsItsPaletteAndWhatIsTransparent)
+{
+    QImage image(4, 4, QImage::Format_Indexed8);
+    image.setColorTable({qRgba(0, 0, 0, 0), qRgb(200, 10, 10)});
+    image.fill(1);
+    image.setPixel(0, 0, 0);
+    const QImage read = PreviewImage::decode(SamplePicture::encoded(image, "png"));
+    EXPECT_EQ(qAlpha(read.pixel(0, 0)), 0);
+    EXPECT_EQ(read.pixel(1, 1), qRgb(200, 10, 10));
+}
+
+TEST(DecodedPreview, OfAPngThatIsCutAnywhereDoesNoHarm)
+{
+    const QByteArray png = SamplePicture::encoded(SamplePicture::draw(3, {30, 20}), "png");
+    for (qsizetype cut = 0; cut < png.size(); ++cut)
+        (void)PreviewImage::decode(png.first(cut));
 }

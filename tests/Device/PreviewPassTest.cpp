@@ -1,10 +1,12 @@
 #include "Device/PreviewPass.h"
 
+#include "Base/Exception.h"
 #include "Device/Photo.h"
 
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <new>
 #include <semaphore>
 
 namespace
@@ -127,4 +129,22 @@ TEST_F(Previews, MayBeLookedAtWhileTheyAreMade)
             EXPECT_FALSE(photo->smallImage().isNull());
     }
     EXPECT_EQ(photos.back()->smallImage().size(), QSize(10, 10));
+}
+
+TEST_F(Previews, GoOnBehindOneThatThrows)
+{
+    PreviewPass pass(
+        photos,
+        [](Photo& photo) {
+            if (photo.photoId == 1)
+                throw std::bad_alloc();
+            if (photo.photoId == 2)
+                throw Exception("NSRangeException", "beyond the end");
+            photo.setSmallImage(QImage(10, 10, QImage::Format_RGB32));
+        },
+        plenty);
+    pass.wait();
+    EXPECT_EQ(pass.done(), 5U);
+    EXPECT_EQ(photos[1]->smallImage(), Photo::placeHolder());
+    EXPECT_EQ(photos[4]->smallImage().size(), QSize(10, 10));
 }

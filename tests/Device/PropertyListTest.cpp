@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
+
 namespace
 {
 const QByteArray Small =
@@ -54,8 +56,8 @@ TEST(PropertyLists, AreReadInBothForms)
         ASSERT_TRUE(list.isDictionary());
         ASSERT_EQ(list.dictionaryValues().size(), 1U);
         EXPECT_EQ(list.dictionaryValues()[0].arrayItems().size(), 1U);
-        EXPECT_TRUE(list.text("a").isNull());
-        EXPECT_TRUE(list.text("b").isNull());
+        EXPECT_TRUE(list.text(u"a").isNull());
+        EXPECT_TRUE(list.text(u"b").isNull());
     }
     EXPECT_TRUE(isRead(binaryList({array({1, 1}), "\x51x"})));
 }
@@ -138,4 +140,47 @@ TEST(PropertyLists, OfEnormousSizeAreNotRead)
     ASSERT_TRUE(file.resize(PropertyList::MostBytes + 1));
     EXPECT_FALSE(PropertyList::fromFile(file.fileName()).isDictionary());
     EXPECT_FALSE(PropertyList::fromFile(folder.filePath("none")).isDictionary());
+}
+
+TEST(PropertyLists, ThatHoldAnArrayInTwoPlacesAreNotRead)
+{
+    EXPECT_FALSE(
+        PropertyList::fromBytes(binaryList({array({1, 1}), array({2}), "\x51x"})).isValid());
+    EXPECT_TRUE(
+        PropertyList::fromBytes(binaryList({array({1, 2}), array({3}), array({3}), "\x51x"}))
+            .isValid());
+}
+
+TEST(PropertyLists, LoseOnlyTheValueThatIsBroken)
+{
+    // The second is of no known kind, the third reaches beyond the file.
+    const PropertyList list = PropertyList::fromBytes(
+        binaryList({array({1, 2, 3}), "\x51x", "\xf1x", QByteArray("\x5f\x12\x7f\xff\xff\xff")}));
+    EXPECT_EQ(list.arrayItems().size(), 3U);
+    EXPECT_TRUE(list.hasBrokenValues());
+    EXPECT_TRUE(list.isValid());
+}
+
+TEST(PropertyLists, OfManyKeysAreReadAtOnce)
+{
+    QByteArray keys;
+    for (int i = 0; i < 600'000; ++i)
+        keys += "<key>" + QByteArray::number(i) + "</key><true/>";
+    const QByteArray bytes = BookCatalogue::xml("<dict>" + keys + "</dict>");
+    const std::clock_t start = std::clock(); // of this program alone, however busy the computer
+    const PropertyList list = PropertyList::fromBytes(bytes);
+    EXPECT_EQ(list.dictionaryValues().size(), 600'000U);
+    EXPECT_TRUE(list.text(u"599999").isNull());
+    EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 8);
+}
+
+TEST(PropertyLists, EndTheirTextsAtANul)
+{
+    // The key "a" and the text "x", a NUL and "y".
+    const PropertyList list = PropertyList::fromBytes(binaryList({QByteArray("\xd1\x01\x02", 3),
+                                                                  "\x51"
+                                                                  "a",
+                                                                  QByteArray("\x53x\0y", 4)}));
+    EXPECT_EQ(list.text(u"a"), "x");
+    EXPECT_EQ(list.textAcrossNuls(u"a"), "xy");
 }

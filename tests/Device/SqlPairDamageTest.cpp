@@ -195,7 +195,7 @@ TEST_F(SqlPairDamage, ReadsNoViewForATable)
     EXPECT_EQ(db.name(), "Player");
 }
 
-TEST_F(SqlPairDamage, KeepsWhatItReadBeforeAGiantRow)
+TEST_F(SqlPairDamage, StepsOverAGiantRow)
 {
     change(Library, "update item set title = "
                     "cast(zeroblob(70000000) as text) where title = 'Two'");

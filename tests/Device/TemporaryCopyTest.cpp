@@ -2,6 +2,8 @@
 
 #include "SqlFixture.h"
 
+#include <QHash>
+
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -23,6 +25,34 @@ protected:
         EXPECT_EQ(lstat(QFile::encodeName(path).constData(), &status), 0);
         return status.st_mode & 0777;
     }
+};
+
+/// A device whose copies end as a test says.
+class EndingDevice final : public Device
+{
+public:
+    Expected<FileInfo> info(const QString& path) override
+    {
+        if (!sizes.contains(path))
+            return Device::info(path);
+        return FileInfo{FileInfo::Kind::File, sizes[path]};
+    }
+    CopyResult copyOut(const QString& from, const QString& to, std::optional<int>) override
+    {
+        copies.append(from);
+        for (const auto& [beginning, end] : ends) {
+            if (from == beginning || to.startsWith(beginning))
+                return {end, "because"};
+        }
+        Files::write(to, QByteArray(qsizetype(sizes[from]), 'x'));
+        return {};
+    }
+    [[nodiscard]] std::optional<Failure> whyGone() const override { return gone; }
+
+    QHash<QString, qint64> sizes;
+    std::vector<std::pair<QString, CopyResult::End>> ends;
+    std::optional<Failure> gone;
+    QStringList copies;
 };
 
 constexpr auto Alone = TemporaryCopy::SideFiles::Leave;
@@ -147,4 +177,142 @@ TEST_F(TemporaryCopyTest, CountsProgressForAReaderAndNotForDiagnosis)
     recorder.copies.removeIf([](const QString& copy) { return copy.startsWith("/a-wal"); });
     EXPECT_EQ(recorder.copies,
               QStringList({"/a to own 0", "/a to log none", "/a to own 0", "/a to log none"}));
+}
+
+TEST_F(TemporaryCopyTest, TakesTheIndexOfTheLogBeforeTheLog)
+{
+    EndingDevice full;
+    full.sizes = {{"/a", 1}, {"/a-shm", 2}, {"/a-wal", 3}};
+    const TemporaryCopy copy(full, "/a", TemporaryCopy::SideFiles::Take);
+    EXPECT_EQ(full.copies, QStringList({"/a", "/a-shm", "/a-wal"}));
+    EXPECT_TRUE(copy.status());
+    EXPECT_TRUE(copy.logStatus());
+    EXPECT_EQ(copy.size(), 6);
+}
+
+TEST_F(TemporaryCopyTest, GoesElsewhereWhenThereIsNoRoom)
+{
+    EndingDevice full;
+    full.sizes = {{"/a", 7}};
+    full.ends = {{QDir::tempPath(), CopyResult::End::Failed}};
+    const TemporaryCopy copy(full, "/a", Alone);
+    EXPECT_TRUE(copy.path().startsWith(Utility::applicationSupportFolder()));
+    EXPECT_TRUE(copy.status());
+    EXPECT_EQ(copy.size(), 7);
+}
+
+TEST_F(TemporaryCopyTest, SaysWhenThereIsRoomNowhere)
+{
+    EndingDevice full;
+    full.sizes = {{"/a", 7}};
+    full.ends = {{"/a", CopyResult::End::Failed}};
+    const TemporaryCopy copy(full, "/a", Alone);
+    EXPECT_TRUE(copy.status().failedAs(Failure::Kind::Unwritable));
+    EXPECT_EQ(copy.status().failure().exact, "because");
+    EXPECT_EQ(full.copies.size(), 2);
+}
+
+TEST_F(TemporaryCopyTest, SaysWhyItIsNotWhole)
+{
+    using End = CopyResult::End;
+    const std::vector<std::pair<End, Failure::Kind>> cases = {
+        {End::Incomplete, Failure::Kind::Unreadable},
+        {End::Missing, Failure::Kind::Missing},
+        {End::Stopped, Failure::Kind::Stopped}};
+    for (const auto& [end, kind] : cases) {
+        EndingDevice ending;
+        ending.sizes = {{"/a", 7}};
+        ending.ends = {{"/a", end}};
+        EXPECT_TRUE(TemporaryCopy(ending, "/a", Alone).status().failedAs(kind));
+        ending.gone = Failure{Failure::Kind::Lost, "gone", {}};
+        EXPECT_TRUE(TemporaryCopy(ending, "/a", Alone).status().failedAs(Failure::Kind::Lost));
+    }
+}
+
+TEST_F(TemporaryCopyTest, IsNotWholeWithoutALogThatThereIs)
+{
+    EndingDevice cut;
+    cut.sizes = {{"/a", 1}, {"/a-wal", 3}};
+    cut.ends = {{"/a-wal", CopyResult::End::Incomplete}};
+    const TemporaryCopy copy(cut, "/a", TemporaryCopy::SideFiles::Take);
+    EXPECT_TRUE(copy.status());
+    EXPECT_TRUE(copy.logStatus().failedAs(Failure::Kind::Unreadable));
+}
+
+TEST_F(TemporaryCopyTest, NoticesThatItIsShorterThanItShouldBe)
+{
+    class Short final : public Device
+    {
+        Expected<FileInfo> info(const QString& path) override
+        {
+            return path == "/a" ? Expected<FileInfo>(FileInfo{FileInfo::Kind::File, 100})
+                                : Device::info(path);
+        }
+        CopyResult copyOut(const QString&, const QString& to, std::optional<int>) override
+        {
+            Files::write(to, "short");
+            return {};
+        }
+    } shortDevice;
+    EXPECT_TRUE(
+        TemporaryCopy(shortDevice, "/a", Alone).status().failedAs(Failure::Kind::Unreadable));
+}
+
+TEST_F(TemporaryCopyTest, IsMadeOfFilesOnly)
+{
+    for (const FileInfo::Kind kind :
+         {FileInfo::Kind::Folder, FileInfo::Kind::Link, FileInfo::Kind::Other}) {
+        class Odd final : public Device
+        {
+        public:
+            explicit Odd(FileInfo::Kind kind)
+                : _kind(kind)
+            {
+            }
+            Expected<FileInfo> info(const QString&) override { return FileInfo{_kind, 3}; }
+            CopyResult copyOut(const QString&, const QString&, std::optional<int>) override
+            {
+                ADD_FAILURE() << "would follow or copy what is no file";
+                return {};
+            }
+
+        private:
+            FileInfo::Kind _kind;
+        } odd(kind);
+        EXPECT_TRUE(TemporaryCopy(odd, "/a", Alone).status().failedAs(Failure::Kind::Unreadable));
+        TemporaryCopy::keepForDiagnosis(odd, "/a", Alone);
+    }
+}
+
+TEST_F(TemporaryCopyTest, OfADiagnosisIsForThisUserAlone)
+{
+    const QString log = Utility::logFolder();
+    QFile::setPermissions(log, QFile::Permissions(0x7755));
+    device.put("/a-wal", "log");
+    TemporaryCopy::keepForDiagnosis(device, "/a", TemporaryCopy::SideFiles::Take);
+    EXPECT_EQ(mode(log), 0700);
+    EXPECT_EQ(mode(log + "/a"), 0600);
+    EXPECT_EQ(mode(log + "/a-wal"), 0600);
+}
+
+TEST_F(TemporaryCopyTest, OfADiagnosisHasNoLogOfAnotherDevice)
+{
+    const QString log = Utility::logFolder();
+    Files::write(log + "/a-wal", "of another device");
+    Files::write(log + "/a-shm", "of another device");
+    TemporaryCopy::keepForDiagnosis(device, "/a", TemporaryCopy::SideFiles::Take);
+    EXPECT_EQ(Files::read(log + "/a"), "content");
+    EXPECT_FALSE(QFile::exists(log + "/a-wal"));
+    EXPECT_FALSE(QFile::exists(log + "/a-shm"));
+}
+
+TEST_F(TemporaryCopyTest, OfADiagnosisIsNotWrittenThroughALink)
+{
+    Files::write(path("precious"), "kept");
+    const QString log = Utility::logFolder();
+    QFile::remove(log + "/a");
+    ASSERT_TRUE(QFile::link(path("precious"), log + "/a"));
+    TemporaryCopy::keepForDiagnosis(device, "/a", Alone);
+    EXPECT_EQ(Files::read(path("precious")), "kept");
+    EXPECT_EQ(Files::read(log + "/a"), "content");
 }

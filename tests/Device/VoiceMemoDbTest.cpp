@@ -6,6 +6,8 @@
 #include <QLocale>
 #include <QTimeZone>
 
+#include <algorithm>
+
 namespace
 {
 class VoiceMemoDbTest : public SqlFixture
@@ -90,7 +92,7 @@ TEST_F(VoiceMemoDbTest, IsEmptyForWhatIsNoSuchDatabase)
     EXPECT_EQ(temporaryFiles(), QStringList());
 }
 
-TEST_F(VoiceMemoDbTest, ReadsTheMainFileOfADatabaseInWriteAheadMode)
+TEST_F(VoiceMemoDbTest, ReadsTheNewestRecordingsOutOfTheLog)
 {
     SqliteWriter file(path("Recordings.db"));
     SqliteLibraries::createRecordings(file);
@@ -98,7 +100,8 @@ TEST_F(VoiceMemoDbTest, ReadsTheMainFileOfADatabaseInWriteAheadMode)
     file.keepRowsInLog();
     file.run("insert into ZRECORDING (ZDURATION, ZDATE, ZPATH) values (4, 0, 'b.m4a')");
     put("Recordings.db", OnDevice);
-    EXPECT_EQ(device.voiceMemoDb()->memos().size(), 1U) << "its log is not taken along";
+    EXPECT_EQ(device.voiceMemoDb()->memos().size(), 2U);
+    EXPECT_TRUE(device.voiceMemoDb()->problems().empty());
 }
 
 TEST_F(VoiceMemoDbTest, ReadsAVolumeLikeAPhone)
@@ -149,7 +152,7 @@ TEST_F(VoiceMemoDbTest, ReadsColumnsOfOtherTypes)
     EXPECT_EQ(memos[4]->title, shortText(reference));
 }
 
-TEST_F(VoiceMemoDbTest, KeepsWhatItReadBeforeTheDamage)
+TEST_F(VoiceMemoDbTest, KeepsWhatItReadBeforeAndBehindTheDamage)
 {
     std::vector<SqliteLibraries::Recording> recordings;
     for (int i = 0; i < 500; ++i)
@@ -181,9 +184,11 @@ TEST_F(VoiceMemoDbTest, KeepsWhatItReadBeforeTheDamage)
     torn.replace(page, PageSize, QByteArray(PageSize, '\xff'));
     const std::vector<double> kept = lengthsOf(torn);
     EXPECT_GT(kept.size(), 0U);
-    EXPECT_LT(kept.size(), 400U);
-    for (std::size_t i = 0; i < kept.size(); ++i)
-        EXPECT_EQ(kept[i], double(i));
+    EXPECT_LT(kept.size(), 500U);
+    EXPECT_EQ(kept.front(), 0);
+    EXPECT_EQ(kept.back(), 499);
+    EXPECT_TRUE(std::is_sorted(kept.begin(), kept.end()));
+    EXPECT_EQ(std::count(kept.begin(), kept.end(), 400), 0);
     EXPECT_EQ(temporaryFiles(), QStringList());
 }
 

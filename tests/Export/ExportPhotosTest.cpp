@@ -6,7 +6,9 @@
 #include "support/FolderDevice.h"
 #include "support/IthmbWriter.h"
 #include "support/PhotoDatabaseWriter.h"
+#include "support/PrivateMounts.h"
 #include "support/SamplePicture.h"
+#include "support/SickVolume.h"
 
 namespace
 {
@@ -68,18 +70,19 @@ protected:
 class PhotoPath : public testing::Test
 {
 protected:
+    using Source = ExportPath::PhotoSource;
+
     PhotoPath()
     {
         config.setFolderPath(Section::Photos, _folder.filePath("P"));
         config.setFolderPath(Section::CameraRoll, _folder.filePath("C"));
     }
     /// Below the temporary folder; "refused" when it is.
-    QString destination()
+    QString destination(Source source = Source::FullSize)
     {
-        const ExportPath result = ExportPath::photoPath(photo, config);
+        const ExportPath result = ExportPath::photoPath(photo, source, config);
         if (!result.refusal.isEmpty())
             return "refused";
-        EXPECT_TRUE(QFileInfo(QFileInfo(result.path).path()).isDir());
         return result.path.sliced(_folder.path().size() + 1);
     }
 
@@ -96,9 +99,9 @@ TEST_F(PhotoPath, IsTheNumberInTheFolderOfTheAlbum)
 {
     photo.photoId = 57;
     photo.album = &trip;
-    EXPECT_EQ(destination(), "P/Trip/57.jpg");
+    EXPECT_EQ(destination(Source::Rendition), "P/Trip/57.jpg");
     photo.photoId = -3;
-    EXPECT_EQ(destination(), "P/Trip/-3.jpg");
+    EXPECT_EQ(destination(Source::Rendition), "P/Trip/-3.jpg");
 }
 
 TEST_F(PhotoPath, HasTheExtensionOfTheFullSizeFile)
@@ -107,8 +110,7 @@ TEST_F(PhotoPath, HasTheExtensionOfTheFullSizeFile)
     photo.album = &trip;
     photo.fullSizeFile = "/Full/A.TIF";
     EXPECT_EQ(destination(), "P/Trip/57.TIF");
-    photo.fullSizeFile = "";
-    EXPECT_EQ(destination(), "P/Trip/57.jpg");
+    EXPECT_EQ(destination(Source::Rendition), "P/Trip/57.jpg");
     photo.fullSizeFile = "/Full/A";
     EXPECT_EQ(destination(), "P/Trip/57.");
 }
@@ -116,13 +118,13 @@ TEST_F(PhotoPath, HasTheExtensionOfTheFullSizeFile)
 TEST_F(PhotoPath, IsInThePhotosFolderWithoutANamedAlbum)
 {
     photo.photoId = 57;
-    EXPECT_EQ(destination(), "P/57.jpg");
+    EXPECT_EQ(destination(Source::Rendition), "P/57.jpg");
     Album unnamed;
     photo.album = &unnamed;
-    EXPECT_EQ(destination(), "P/57.jpg");
+    EXPECT_EQ(destination(Source::Rendition), "P/57.jpg");
     Album empty = Album::albumWithName("");
     photo.album = &empty;
-    EXPECT_EQ(destination(), "P/57.jpg");
+    EXPECT_EQ(destination(Source::Rendition), "P/57.jpg");
 }
 
 TEST_F(PhotoPath, KeepsTheNameOfACameraRollPhoto)
@@ -207,7 +209,10 @@ TEST_F(PhotoJob, UsesARenditionWhenTheFullSizeFileIsGone)
     photo.thumbnails = {rendition(3008, ":F.ithmb")};
     exportPhotos();
     EXPECT_EQ(results(), QStringList("copied"));
-    EXPECT_FALSE(QImage(out("Photos/57.tif"), "jpeg").isNull()); // named like the missing file
+    EXPECT_FALSE(QImage(out("Photos/57.jpg"), "jpeg").isNull());
+    EXPECT_EQ(item(0).to, out("Photos/57.jpg")) << "a name that says what it is";
+    EXPECT_EQ(item(0).why, "Only a screen copy of 4 x 2 is on the device");
+    EXPECT_EQ(QDir(out("Photos")).entryList(QDir::Files), QStringList("57.jpg"));
 }
 
 TEST_F(PhotoJob, WritesNoFileForAPhotoWithNeither)
@@ -336,4 +341,85 @@ TEST_F(PhotoJob, WritesNothingOntoTheDevice)
     exportPhotos();
     EXPECT_EQ(results(), QStringList("failed"));
     EXPECT_FALSE(QFileInfo::exists(path("player/Photos/out")));
+}
+
+TEST_F(PhotoJob, SaysThatOnlyAScreenCopyIsThere)
+{
+    put("Photos/F.ithmb", QByteArray(16, '\xff'));
+    addFullSize(56, "A.jpg", "whole");
+    add(57).thumbnails = {rendition(3008, ":F.ithmb")};
+    exportPhotos();
+    EXPECT_EQ(results(), QStringList({"copied", "copied"}));
+    EXPECT_TRUE(item(0).why.isNull());
+    EXPECT_EQ(item(1).why, "Only a screen copy of 4 x 2 is on the device");
+}
+
+TEST_F(PhotoJob, SaysThatAScreenCopyCannotBeRead)
+{
+    put("Photos/F.ithmb", QByteArray(3, '\xff'));
+    add(57).thumbnails = {rendition(3008, ":F.ithmb")};
+    exportPhotos();
+    EXPECT_EQ(results(), QStringList("failed"));
+}
+
+TEST_F(PhotoJob, FollowsNoLinkToAFullSizeFile)
+{
+    addFullSize(57, "A.jpg", "x").thumbnails = {rendition(3008, ":F.ithmb")};
+    put("Photos/F.ithmb", QByteArray(16, '\xff'));
+    Files::write(path("private"), "not on the device");
+    ASSERT_TRUE(QFile::remove(path("player/Photos/A.jpg")));
+    ASSERT_TRUE(QFile::link(path("private"), path("player/Photos/A.jpg")));
+    exportPhotos();
+    EXPECT_EQ(results(), QStringList("failed"));
+    EXPECT_TRUE(item(0).why.contains("is a link"));
+}
+
+TEST_F(PhotoJob, PutsNoRenditionInPlaceOfAFileThatNobodyCanLookAt)
+{
+    PrivateMounts::enter();
+    put("Photos/F.ithmb", QByteArray(16, '\xff'));
+    addFullSize(57, "A.MOV", "film").thumbnails = {rendition(3008, ":F.ithmb")};
+    addFullSize(58, "B.MOV", "film");
+    connect();
+    SickVolume sick(path("player"), path("mount"));
+    sick.failLookUps("Photos/A.MOV", EIO);
+    device = std::make_shared<iPodDevice>(path("mount"));
+    exportPhotos(device->photoDb()->photos());
+    EXPECT_EQ(results(), QStringList({"failed", "copied"}));
+    EXPECT_TRUE(item(0).why.contains("Input/output error"));
+    EXPECT_EQ(QDir(out("Photos")).entryList(QDir::Files), QStringList("58.MOV"));
+}
+
+TEST_F(PhotoJob, EndsWhenTheDeviceHasGone)
+{
+    PrivateMounts::enter();
+    addFullSize(57, "A.jpg", "a");
+    addFullSize(58, "B.jpg", "b");
+    add(59);
+    connect();
+    const auto mount = PrivateMounts::Mount::bind(path("player"), path("mount"));
+    device = std::make_shared<iPodDevice>(path("mount"));
+    const std::vector<Photo*> photos = device->photoDb()->photos();
+    host.onItem = [&](int index) {
+        if (index == 1)
+            mount->unmount();
+    };
+    exportPhotos(photos);
+    EXPECT_EQ(results(), QStringList({"copied", "failed", "failed"}));
+    EXPECT_EQ(item(1).why, "The device was disconnected");
+    EXPECT_EQ(item(2).why, "The device was disconnected");
+}
+
+TEST_F(PhotoJob, WritesARenditionThroughNoLink)
+{
+    put("Photos/F.ithmb", QByteArray(16, '\xff'));
+    add(57).thumbnails = {rendition(3008, ":F.ithmb")};
+    Files::write(path("precious"), "mine");
+    QDir().mkpath(out("Photos"));
+    ASSERT_TRUE(QFile::link(path("precious"), out("Photos/57.jpg")));
+    config.setCopyRule(OverwriteRule);
+    exportPhotos();
+    EXPECT_EQ(results(), QStringList("copied"));
+    EXPECT_EQ(Files::read(path("precious")), "mine");
+    EXPECT_FALSE(QFileInfo(out("Photos/57.jpg")).isSymLink());
 }

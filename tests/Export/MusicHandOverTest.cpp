@@ -18,6 +18,7 @@ struct FakeLibrary {
     QHash<QString, Outcome> onCreate;
     QHash<QString, Outcome> onAddToPlaylist;
     bool listsFail = false;
+    int listings = 0; ///< how often all playlists were asked for
     QStringList calls;
 };
 
@@ -42,6 +43,7 @@ public:
     }
     std::optional<QStringList> playlists() override
     {
+        ++_library.listings;
         return _library.listsFail ? std::nullopt : std::optional(_library.lists);
     }
     Outcome createPlaylist(const QString& name) override
@@ -57,6 +59,8 @@ public:
         if (_library.smart.contains(name))
             return Outcome::SmartPlaylist;
         _library.calls.append(path + " to " + name);
+        if (!_library.lists.contains(name))
+            return Outcome::Refused;
         return _library.onAddToPlaylist.value(name, Outcome::Done);
     }
 
@@ -207,6 +211,40 @@ TEST_F(MusicHandOverTest, GivesUpAnApplicationThatNeverAnswers)
     EXPECT_EQ(library.calls, QStringList({"open", "open", "open"}));
     EXPECT_EQ(whys().size(), 10);
     EXPECT_EQ(whys().last(), "Jukebox does not answer");
+}
+
+TEST_F(MusicHandOverTest, AsksForThePlaylistsOnce)
+{
+    library.lists = {"Road", "Recent"};
+    library.smart = {"Recent"};
+    for (int i = 0; i < 10; ++i)
+        give(QString("/%1.mp3").arg(i), {"Road", "New", "Recent"});
+    EXPECT_EQ(library.listings, 1);
+    EXPECT_EQ(library.calls.count("create New"), 1);
+    EXPECT_TRUE(library.calls.contains("/9.mp3 to New"));
+    EXPECT_TRUE(report.items().empty());
+}
+
+TEST_F(MusicHandOverTest, AsksForThePlaylistsAgainAfterALoss)
+{
+    give("/a.mp3", {"Road"});
+    library.onAdd["/b.mp3"] = Outcome::NoAnswer;
+    give("/b.mp3", {"Road"});
+    library.lists.clear(); // it forgot what it was told
+    give("/c.mp3", {"Road"});
+    EXPECT_EQ(library.listings, 2);
+    EXPECT_EQ(library.calls.count("create Road"), 2);
+    EXPECT_TRUE(library.calls.contains("/c.mp3 to Road"));
+}
+
+TEST_F(MusicHandOverTest, MakesAPlaylistAgainThatThePersonRemovedMeanwhile)
+{
+    give("/a.mp3", {"Road"});
+    library.lists.clear();
+    give("/b.mp3", {"Road"});
+    EXPECT_EQ(library.calls.last(), "/b.mp3 to Road");
+    EXPECT_EQ(library.lists, QStringList("Road"));
+    EXPECT_TRUE(report.items().empty());
 }
 
 TEST_F(MusicHandOverTest, AStopIsNoFailure)

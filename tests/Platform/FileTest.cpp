@@ -64,11 +64,11 @@ TEST_F(FileTest, ReadsAllAndRanges)
     EXPECT_TRUE(file.readRange(4000000000, 100).isEmpty());
 }
 
-TEST_F(FileTest, ReadsWhatReportsNoSize)
+TEST_F(FileTest, ReadsNoMoreThanTheFileReports)
 {
-    File file("/proc/self/status", File::Mode::Read);
+    File file("/proc/self/status", File::Mode::Read); // reports nothing, and holds much
     EXPECT_EQ(file.size(), 0);
-    EXPECT_TRUE(file.readAll().startsWith("Name:"));
+    EXPECT_TRUE(file.readAll().isEmpty());
 }
 
 TEST_F(FileTest, RefusesToReadMoreThanTheMemoryHolds)
@@ -129,4 +129,44 @@ TEST_F(FileTest, ReplacesWhatIsThere)
         EXPECT_TRUE(file.write(bytes("new")));
     }
     EXPECT_EQ(Files::read(path("a")), "new");
+}
+
+TEST_F(FileTest, MakesANewFileOnlyWhereNothingIs)
+{
+    Files::write(path("a"), "old");
+    QFile::link(path("nowhere"), path("link"));
+    for (const char* name : {"a", "link", "."}) {
+        const File file(path(name), File::Mode::CreateNew);
+        EXPECT_FALSE(file.isOpen()) << name;
+        EXPECT_TRUE(file.wasTaken()) << name;
+    }
+    EXPECT_TRUE(File(path("new"), File::Mode::CreateNew).isOpen());
+    EXPECT_EQ(Files::read(path("a")), "old");
+    EXPECT_FALSE(QFileInfo::exists(path("nowhere")));
+}
+
+TEST_F(FileTest, ReplacesALinkAndNotWhatItLeadsTo)
+{
+    Files::write(path("a"), "precious");
+    ASSERT_TRUE(QFile::link(path("a"), path("link")));
+    ASSERT_TRUE(QFile::link(path("nowhere"), path("broken")));
+    for (const char* name : {"link", "broken"}) {
+        File file(path(name), File::Mode::Create);
+        EXPECT_TRUE(file.write(bytes("new")));
+        EXPECT_TRUE(file.close());
+        EXPECT_FALSE(QFileInfo(path(name)).isSymLink());
+        EXPECT_EQ(Files::read(path(name)), "new");
+    }
+    EXPECT_EQ(Files::read(path("a")), "precious");
+    EXPECT_FALSE(QFileInfo::exists(path("nowhere")));
+}
+
+TEST_F(FileTest, DoesNotWriteIntoAFileThatSomethingElseHasOpen)
+{
+    File first(path("a"), File::Mode::Create);
+    EXPECT_TRUE(first.write(bytes("first")));
+    File second(path("a"), File::Mode::Create);
+    EXPECT_TRUE(second.write(bytes("2")));
+    EXPECT_TRUE(first.write(bytes(" goes on")));
+    EXPECT_EQ(Files::read(path("a")), "2");
 }

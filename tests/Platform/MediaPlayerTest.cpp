@@ -196,3 +196,18 @@ TEST_F(MediaPlayerTest, TakesTheTypesOfPlayersForSoundAndFilm)
         EXPECT_TRUE(MediaPlayer::isPlayable(path(QString::fromUtf8(name)))) << name;
     }
 }
+
+TEST_F(MediaPlayerTest, RemovesNothingThroughALinkInPlaceOfTheOldCopies)
+{
+    const QString copy = MediaPlayer::privateCopyPath("song.mp3");
+    const QString playing = QFileInfo(QFileInfo(copy).path()).path();
+    Files::write(copy, "x");
+    MediaPlayer::removeOldCopies();
+    EXPECT_FALSE(QFileInfo::exists(playing));
+    const QTemporaryDir person;
+    Files::write(person.filePath("precious"), "mine");
+    ASSERT_TRUE(QFile::link(person.path(), playing));
+    MediaPlayer::removeOldCopies();
+    EXPECT_EQ(Files::read(person.filePath("precious")), "mine");
+    EXPECT_TRUE(QFile::remove(playing));
+}

@@ -1,6 +1,7 @@
 #include "Platform/MobileDevice.h"
 
-#include "Platform/AFCConnection.h"
+#include "Platform/PhoneFileService.h"
+#include "support/EventLoop.h"
 #include "support/phone/PhoneFixture.h"
 
 #include <gtest/gtest.h>
@@ -43,7 +44,7 @@ protected:
         handle = std::make_unique<Handle>(MobileDevice::Attachment{1, 2, identifiers.at(0)});
     }
 
-    std::shared_ptr<AFCConnection> connection()
+    std::shared_ptr<PhoneFileService> connection()
     {
         Service service;
         int error = 0;
@@ -53,7 +54,7 @@ protected:
         EXPECT_EQ(handle->startSession(), 0);
         EXPECT_EQ(handle->startService(FileService, service), 0);
         EXPECT_TRUE(service);
-        auto afc = AFCConnection::open(*handle, service, error);
+        auto afc = PhoneFileService::open(*handle, service, error);
         EXPECT_EQ(error, 0);
         return afc;
     }
@@ -76,25 +77,12 @@ TEST_P(PhoneSession, LeadsToTheFiles)
     Files::write(onPhone("/Books/a.txt"), "words");
     const auto afc = connection();
     ASSERT_TRUE(afc);
-    quint64 file = 0;
-    ASSERT_EQ(afc->fileRefOpen("/Books/a.txt", 2, file), 0);
-    quint32 size = 100;
-    QByteArray bytes;
-    EXPECT_EQ(afc->fileRefFinishRead(afc->fileRefReadLater(file, 0, size), size, bytes), 0);
-    EXPECT_EQ(size, 5U);
-    EXPECT_EQ(bytes, "words");
-    EXPECT_EQ(afc->fileRefFinishRead(afc->fileRefReadLater(file, 5, size), size, bytes), 0);
-    EXPECT_EQ(size, 0U);
-    EXPECT_EQ(afc->fileRefClose(file), 0);
+    const quint64 file = afc->wait(afc->askToOpen("/Books/a.txt")).handle;
+    ASSERT_NE(file, 0U);
+    EXPECT_EQ(afc->wait(afc->askToRead(file, 100)).data, "words");
+    EXPECT_EQ(afc->wait(afc->askToRead(file, 100)).data, "");
+    EXPECT_TRUE(afc->wait(afc->askToClose(file)).isGood());
     EXPECT_EQ(usb.savedRecords(), 0);
-}
-
-TEST_P(PhoneSession, ReadingDoesNotCreateAMissingFile)
-{
-    const auto afc = connection();
-    quint64 file = 0;
-    EXPECT_EQ(afc->fileRefOpen("/missing", 2, file), 8);
-    EXPECT_FALSE(QFileInfo::exists(onPhone("/missing")));
 }
 
 TEST_P(PhoneSession, EndsTheFormerConnectionWhenItConnectsOnceMore)
@@ -103,8 +91,11 @@ TEST_P(PhoneSession, EndsTheFormerConnectionWhenItConnectsOnceMore)
     const int before = QDir("/proc/self/fd").entryList(QDir::Files | QDir::System).size();
     for (int i = 0; i < 10; ++i)
         EXPECT_EQ(handle->connect(), 0);
-    const int after = QDir("/proc/self/fd").entryList(QDir::Files | QDir::System).size();
-    EXPECT_LT(after, before + 10);
+    const auto now = [] {
+        return QDir("/proc/self/fd").entryList(QDir::Files | QDir::System).size();
+    };
+    // Ends that still wait for the phone are waited for by nobody.
+    EXPECT_TRUE(waitUntil([&] { return now() < before + 10; }));
 }
 
 TEST_P(PhoneSession, IsRefusedWithoutAPairingRecord)
@@ -152,46 +143,6 @@ TEST_P(PhoneSession, EndsWithGarbage)
 {
     change([](PhoneFaults& faults) { faults.garbageAtDoor = true; });
     EXPECT_NE(handle->connect(), 0);
-}
-
-TEST_P(PhoneSession, LosesAConnectionThatIsCut)
-{
-    Files::write(onPhone("/a"), Files::content(5000));
-    const auto afc = connection();
-    quint64 file = 0;
-    ASSERT_EQ(afc->fileRefOpen("/a", 2, file), 0);
-    EXPECT_FALSE(afc->isLost());
-    usb.cutConnections(phone);
-    quint32 size = 10;
-    QByteArray bytes;
-    EXPECT_EQ(afc->fileRefFinishRead(afc->fileRefReadLater(file, 0, size), size, bytes),
-              AFCConnection::NotInPlace);
-    EXPECT_EQ(size, 10U);
-    EXPECT_TRUE(afc->isLost());
-    EXPECT_EQ(afc->fileRefClose(file), AFCConnection::Lost);
-}
-
-TEST_P(PhoneSession, GivesAHangingPhoneUp)
-{
-    Files::write(onPhone("/a"), "a");
-    const auto afc = connection();
-    afc->setPatience(std::chrono::milliseconds(200));
-    change([](PhoneFaults& faults) { faults.hangAfterOperations = 0; });
-    const auto start = std::chrono::steady_clock::now();
-    AFCList names;
-    EXPECT_EQ(afc->directoryOpen("/", names), AFCConnection::Lost);
-    EXPECT_EQ(afc->directoryOpen("/", names), AFCConnection::Lost);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
-}
-
-TEST_P(PhoneSession, SurvivesGarbageFromTheFileService)
-{
-    Files::write(onPhone("/a"), Files::content(100));
-    change([](PhoneFaults& faults) { faults.garbageAfterOperations = 0; });
-    const auto afc = connection();
-    AFCList names;
-    EXPECT_NE(afc->directoryOpen("/", names), 0);
-    EXPECT_TRUE(afc->isLost());
 }
 
 namespace

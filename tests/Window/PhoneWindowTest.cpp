@@ -1,7 +1,7 @@
 // The window with phones on the USB: the libraries that speak to phones are real, the phones
 // behind them simulated.
 
-#include "Platform/AFCConnection.h"
+#include "Platform/PhoneFileService.h"
 #include "support/WindowFixture.h"
 #include "support/phone/SimulatedUsb.h"
 
@@ -16,7 +16,7 @@ using std::chrono::milliseconds;
 
 constexpr qint64 MiB = 1024 * 1024;
 /// A phone that hangs is given up by then, on a busy computer as well.
-constexpr milliseconds GivenUp = 2 * AFCConnection::Patience + std::chrono::seconds(10);
+constexpr milliseconds GivenUp = 2 * PhoneFileService::Patience + std::chrono::seconds(10);
 
 class PhoneWindowTest : public WindowFixture
 {
@@ -79,7 +79,8 @@ protected:
         window().tracks().setFocus();
         Hands::key("ctrl+f");
         const bool found = waitUntil([this] { return window().searchField().hasFocus(); });
-        return typed && deleted && found && timer.elapsed() < AFCConnection::Patience.count() / 2;
+        return typed && deleted && found &&
+               timer.elapsed() < PhoneFileService::Patience.count() / 2;
     }
 
     SimulatedUsb usb;
@@ -207,7 +208,7 @@ TEST_F(PhoneWindowTest, KeepsTheLevelInBoundsWhateverSizeAPhoneClaims)
     const auto phone = newPhone("Mira");
     phone->changeFaults([](PhoneFaults& faults) {
         faults.sizes["/iTunes_Control/Music/F00/1.mp3"] = "0";
-        faults.sizes["/iTunes_Control/Music/F00/2.mp3"] = "-1";
+        faults.sizes["/iTunes_Control/Music/F00/2.mp3"] = "1";
     });
     usb.attach(phone);
     open();
@@ -218,8 +219,8 @@ TEST_F(PhoneWindowTest, KeepsTheLevelInBoundsWhateverSizeAPhoneClaims)
                      [&](int value) { levels.push_back(value); });
     startExport();
     EXPECT_EQ(closeAlert(), "Export finished!");
-    EXPECT_EQ(Files::read(copyOf("One")), content);
-    EXPECT_EQ(Files::read(copyOf("Two")), content);
+    EXPECT_FALSE(QFile::exists(copyOf("One"))) << "nobody knows what it would hold";
+    EXPECT_EQ(Files::read(copyOf("Two")), content.first(1));
     EXPECT_NE(std::find(levels.begin(), levels.end(), bar->maximum()), levels.end());
     for (const int level : levels)
         EXPECT_TRUE(level >= 0 && level <= bar->maximum()) << level;
@@ -286,7 +287,7 @@ TEST_F(PhoneWindowTest, QuitsWhileAPhoneHangsInAnExport)
     QElapsedTimer timer;
     timer.start();
     controller.reset();
-    EXPECT_LT(timer.elapsed(), AFCConnection::Patience.count());
+    EXPECT_LT(timer.elapsed(), PhoneFileService::Patience.count());
 }
 
 TEST_F(PhoneWindowTest, AnswersAgainAfterAPhoneThatHungWhenItWasChosen)

@@ -1,9 +1,14 @@
 #include "Window/TrackBrowser.h"
 
+#include "Base/Translations.h"
 #include "Device/CategoryIndex.h"
 #include "Device/Track.h"
 #include "Window/Models/KeyListModel.h"
 #include "support/Files.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QTranslator>
 
 #include <gtest/gtest.h>
 
@@ -139,4 +144,16 @@ TEST(KeyListModelTest, CountsTheKeysBesidesTheStar)
     EXPECT_EQ(model.rowCount(), 4);
     EXPECT_EQ(model.index(0).data().toString(), "All (3 Genre)");
     EXPECT_EQ(model.index(3).data().toString(), "Rock");
+}
+
+TEST(KeyListModelTest, CountsInEnglishWhereThatIsSpoken)
+{
+    KeyListModel model("Genre");
+    ASSERT_TRUE(Translations::install(QLocale("en_GB")));
+    model.setKeys({"*", "Folk", "Jazz"});
+    EXPECT_EQ(model.index(0).data().toString(), "All (2 Genres)");
+    model.setKeys({"*", "Folk"});
+    EXPECT_EQ(model.index(0).data().toString(), "All (1 Genre)");
+    for (QTranslator* catalogue : qApp->findChildren<QTranslator*>())
+        delete catalogue; // other tests compare the texts of the sources
 }

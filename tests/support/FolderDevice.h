@@ -7,6 +7,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <functional>
+#include <optional>
+
 /// A device that copies whole folders, as phones do, from a folder of the computer. Paths are
 /// rooted at "/".
 class FolderDevice final : public Device
@@ -25,6 +28,12 @@ public:
 
     /// Files that are left out of copies, as if the connection had broken.
     QStringList lost;
+    /// How a copy of a folder or a file ends instead of as it does; made is what was asked for.
+    std::optional<CopyResult> ending;
+    /// Called before each copy.
+    std::function<void(const QString& to)> onCopy;
+    /// Whether the device is there.
+    bool gone = false;
     /// Files are listed, and gone when they are asked for by themselves.
     bool hideFiles = false;
     /// In which order folders and files are listed.
@@ -62,17 +71,25 @@ public:
     }
     CopyResult copyOut(const QString& from, const QString& to, std::optional<int> progress) override
     {
+        if (onCopy)
+            onCopy(to);
         if (lost.contains(PathName::lastComponent(from)))
             return {};
         if (!isDirectory(from)) {
             QFile::copy(local(from), to);
-            return {};
+            return ending.value_or(CopyResult{});
         }
         if (!QDir().mkdir(to))
-            return {};
+            return {CopyResult::End::Failed, QStringLiteral("no folder")};
         for (const QString& name : getDirs(from) + getFiles(from))
             copyOut(PathName::join(from, name), PathName::join(to, name), progress);
-        return {};
+        return ending.value_or(CopyResult{});
+    }
+    [[nodiscard]] std::optional<Failure> whyGone() const override
+    {
+        if (!gone)
+            return std::nullopt;
+        return Failure{Failure::Kind::Lost, QStringLiteral("The device was disconnected"), {}};
     }
 
 private:

@@ -43,6 +43,13 @@ void mountAt(const QString& source, const QString& path, const char* type, unsig
                 flags, options.isEmpty() ? nullptr : options.constData()),
           qPrintable(path));
 }
+/// A path of the kernel's table, which writes blanks and the like as octal numbers.
+QString pathOf(QByteArray field)
+{
+    for (const char* escape : {"\\040", "\\011", "\\012", "\\134"})
+        field.replace(escape, QByteArray(1, char(QByteArray(escape + 1).toInt(nullptr, 8))));
+    return QFile::decodeName(field);
+}
 } // namespace
 
 namespace PrivateMounts
@@ -59,6 +66,23 @@ void enter()
         write(QStringLiteral("/proc/self/gid_map"), "0 " + group + " 1");
     }
     check(mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr), "private mounts");
+}
+
+void hidePlayers()
+{
+    QFile table(QStringLiteral("/proc/self/mountinfo"));
+    if (!table.open(QIODevice::ReadOnly))
+        throw std::runtime_error(qPrintable(table.errorString()));
+    for (const QByteArray& line : table.readAll().split('\n')) {
+        // A look at a dead mount of a network would never return; a player has a device.
+        const QByteArrayList fields = line.split(' ');
+        if (fields.size() < 10 || fields[2].startsWith("0:"))
+            continue;
+        const QString path = pathOf(fields[4]);
+        if (QFile::exists(path + QStringLiteral("/iPod_Control")) ||
+            QFile::exists(path + QStringLiteral("/iTunes_Control")))
+            mountAt(QStringLiteral("tmpfs"), path, "tmpfs", MS_RDONLY);
+    }
 }
 
 std::unique_ptr<Mount> Mount::bind(const QString& folder, const QString& path)

@@ -11,7 +11,10 @@ namespace PrivateMounts
 /// namespace as well. Call it before any thread starts. Throws std::system_error.
 void enter();
 
-/// The same as the first base of a fixture: a place without volumes before any thread starts.
+/// Hides the players that are mounted on this computer, in the namespace of this process alone.
+void hidePlayers();
+
+/// `enter` as the first base of a fixture, before any thread starts.
 struct Place {
     Place() { enter(); }
 };

@@ -18,6 +18,12 @@ public:
         std::copy(tag, tag + 4, _bytes.data());
     }
 
+    /// One that is written already, to be changed.
+    explicit Record(QByteArray bytes)
+        : _bytes(std::move(bytes))
+    {
+    }
+
     Record& u32(qsizetype offset, quint32 value)
     {
         qToLittleEndian(value, at(offset));

@@ -36,6 +36,8 @@ public:
         return !onChunk || onChunk(int(progress.size()));
     }
 
+    bool waited(double /*progress*/) override { return !onWait || onWait(); }
+
     QStringList events;
     QStringList failures; ///< the exact texts
     QStringList failureWords;
@@ -43,4 +45,6 @@ public:
     std::vector<double> progress;
     /// Called with the number of each chunk, from 1 on; answers for the delegate.
     std::function<bool(int chunk)> onChunk;
+    /// The same where the device lets wait.
+    std::function<bool()> onWait;
 };

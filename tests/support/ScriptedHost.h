@@ -50,6 +50,7 @@ public:
             toStop = true;
         return !toStop && (!onChunk || onChunk(int(chunks.size())));
     }
+    bool waited(double /*progress*/) override { return !toStop; }
 
     std::atomic<bool> toStop = false;
     int stopAtChunk = 0;

@@ -1,12 +1,10 @@
-// The main of every test program: an application object, and a home of its own that is removed
-// at the end, so that no test ever meets a person's files or settings.
+// The main of every test program without windows.
 
 #include "Platform/PatientThread.h"
+#include "support/TestPlace.h"
 #include "support/phone/PhoneWriteWatch.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -15,20 +13,9 @@ namespace
 int run(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
-    const QTemporaryDir home(QDir::tempPath() + QStringLiteral("/zell-test-XXXXXX"));
-    if (!home.isValid())
-        return 1;
-    const auto use = [&home](const char* variable, const char* folder) {
-        const QString path = home.filePath(QString::fromLatin1(folder));
-        QDir().mkpath(path);
-        qputenv(variable, QFile::encodeName(path));
-    };
-    use("HOME", "home");
-    use("XDG_DATA_HOME", "home/.local/share");
-    use("XDG_CONFIG_HOME", "home/.config");
-    use("XDG_CACHE_HOME", "home/.cache");
-    use("TMPDIR", "tmp");
-
+    if (testing::GTEST_FLAG(list_tests))
+        return RUN_ALL_TESTS();
+    const TestPlace place;
     const QCoreApplication application(argc, argv);
     PhoneWriteWatch::install();
     return RUN_ALL_TESTS();

@@ -1,16 +1,11 @@
 #include "Device/iPhone/PhoneCopy.h"
 
-#include "Base/Exception.h"
 #include "Base/PathName.h"
 #include "Device/Device.h"
 #include "Device/DeviceDelegate.h"
-#include "Device/iPhone/AFCDevice.h"
-#include "Device/iPhone/AFCFileReader.h"
-#include "Device/iPhone/AFCInterface.h"
-#include "Platform/AFCConnection.h"
+#include "Device/iPhone/PhoneFileReader.h"
 #include "Platform/File.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -19,23 +14,10 @@ namespace
 using End = CopyResult::End;
 
 constexpr quint32 ChunkSize = 1024 * 1024;
-constexpr qint32 ReadMode = 2;
 /// Folders may hold links that lead back to them, so a walk needs an end of its own.
 constexpr int DeepestFolder = 64;
 constexpr int MostLinksInAPath = 4;
 constexpr int MostEntries = 100'000;
-
-CopyResult ended(End end, const char* why)
-{
-    return {end, QCoreApplication::translate("PhoneCopy", why)};
-}
-
-/// Tells the delegate how far a copy is; false when it asks to stop.
-bool announce(quint64 done, double total, std::optional<int> progress)
-{
-    DeviceDelegate* delegate = Device::delegate();
-    return !delegate || delegate->exported(double(done) / total + progress.value_or(0));
-}
 
 std::span<const std::byte> view(const QByteArray& bytes)
 {
@@ -43,108 +25,159 @@ std::span<const std::byte> view(const QByteArray& bytes)
 }
 } // namespace
 
-PhoneCopy::PhoneCopy(AFCDevice& phone, std::optional<int> progress)
-    : _phone(phone)
-    , _progress(progress)
+PhoneCopy::PhoneCopy(PhoneFiles& files, std::optional<int> progress, File::Mode mode)
+    : _files(files)
+    , _goOn([this] { return goesOn(); })
+    , _progress(progress.value_or(0))
+    , _mode(mode)
 {
+}
+
+CopyResult PhoneCopy::notBegun(const Failure& failure)
+{
+    switch (failure.kind) {
+    case Failure::Kind::Missing:
+        return {End::Missing, failure.words};
+    case Failure::Kind::Stopped:
+        return {End::Stopped, {}};
+    default:
+        return {End::Failed, failure.text()};
+    }
+}
+
+CopyResult PhoneCopy::broken(const Failure& failure)
+{
+    if (failure.kind == Failure::Kind::Stopped)
+        return {End::Stopped, {}};
+    return {End::Incomplete, failure.text()};
+}
+
+CopyResult PhoneCopy::unwritten(const File& destination)
+{
+    return {destination.wasTaken() ? End::Taken : End::Failed, destination.error()};
+}
+
+CopyResult PhoneCopy::cutShort() const
+{
+    return {End::Incomplete, tr("The connection to the device was lost")};
+}
+
+CopyResult PhoneCopy::neverEnds() const
+{
+    return {End::Incomplete, tr("The folders on the device never end")};
+}
+
+bool PhoneCopy::announce() const
+{
+    DeviceDelegate* delegate = Device::delegate();
+    return !delegate || delegate->exported(_progress + _fraction);
+}
+
+bool PhoneCopy::goesOn() const
+{
+    DeviceDelegate* delegate = Device::delegate();
+    return !delegate || delegate->waited(_progress + _fraction);
 }
 
 CopyResult PhoneCopy::copy(const QString& from, const QString& to)
 {
-    return copyEntry(from, to, {});
+    const Expected<FileInfo> info = _files.info(from, _goOn);
+    if (!info)
+        return notBegun(info.failure());
+    const bool wasThere = QFileInfo(to).exists() || QFileInfo(to).isSymLink();
+    CopyResult result = copyEntry(from, to, *info, {});
+    if (result.end == End::Stopped && info->kind != FileInfo::Kind::File && !wasThere)
+        QDir(to).removeRecursively();
+    return result;
 }
 
-bool PhoneCopy::isLost() const
+CopyResult PhoneCopy::copyEntry(const QString& from, const QString& to, const FileInfo& info,
+                                Depth depth)
 {
-    return _phone.deviceInterface().connection().isLost();
-}
-
-CopyResult PhoneCopy::copyEntry(const QString& from, const QString& to, Depth depth)
-{
-    const auto attributes = _phone.deviceInterface().getAttributesAtPath(from);
-    const QString type = attributes ? AFCInterface::typeIn(*attributes) : QString();
-    if (type == u"S_IFREG")
-        return copyFile(from, to, AFCInterface::sizeIn(*attributes));
-    // A link counts as a folder, whatever it points to.
-    depth.links += type == u"S_IFLNK" ? 1 : 0;
-    if (type == u"S_IFDIR" || type == u"S_IFLNK")
+    switch (info.kind) {
+    case FileInfo::Kind::File:
+        return copyFile(from, to, info);
+    case FileInfo::Kind::Link: // counts as a folder, whatever it points to
+        ++depth.links;
         return copyFolder(from, to, depth);
-    if (isLost())
-        return ended(End::Failed, "The connection to the device was lost");
-    return ended(End::Missing, "There is no such file on the device");
+    case FileInfo::Kind::Folder:
+        return copyFolder(from, to, depth);
+    case FileInfo::Kind::Other:
+        break;
+    }
+    return {End::Failed, tr("This is neither a file nor a folder")};
 }
 
 CopyResult PhoneCopy::copyFolder(const QString& from, const QString& to, Depth depth)
 {
-    if (!QDir().mkdir(to))
-        return QFileInfo::exists(to) ? ended(End::Failed, "There is something of this name already")
-                                     : ended(End::Failed, "The folder could not be made");
-    if (depth.folders >= DeepestFolder || depth.links > MostLinksInAPath)
-        return ended(End::Incomplete, "The folders on the device never end");
+    const bool isTooDeep = depth.folders >= DeepestFolder || depth.links > MostLinksInAPath;
+    if (isTooDeep)
+        return neverEnds();
+    const Expected<Entries> entries = _files.entries(from, _goOn);
+    if (!entries)
+        return notBegun(entries.failure());
+    if (!QDir().mkdir(to)) {
+        if (!QFileInfo::exists(to))
+            return {End::Failed, tr("The folder could not be made")};
+        return {_mode == File::Mode::CreateNew ? End::Taken : End::Failed,
+                tr("There is something of this name already")};
+    }
+    return copyEntries(from, to, *entries, {depth.folders + 1, depth.links});
+}
+
+CopyResult PhoneCopy::copyEntries(const QString& from, const QString& to, const Entries& entries,
+                                  Depth depth)
+{
     CopyResult result;
-    const Depth below = {depth.folders + 1, depth.links};
-    const auto copyAll = [&](const QStringList& names) {
-        for (const QString& name : names) {
-            if (isLost() || ++_entries > MostEntries) {
-                result = isLost() ? ended(End::Incomplete, "The connection to the device was lost")
-                                  : ended(End::Incomplete, "The folders on the device never end");
-                return;
-            }
-            // A stop ends only the file that it was asked for in; the walk goes on.
-            const CopyResult one =
-                copyEntry(PathName::join(from, name), PathName::join(to, name), below);
+    for (const bool folders : {true, false}) {
+        for (const PhoneFiles::Entry& entry : entries) {
+            if (folders ? !entry.isFolder() : entry.isFolder())
+                continue;
+            if (++_entries > MostEntries)
+                return neverEnds();
+            const CopyResult one = copyEntry(PathName::join(from, entry.name),
+                                             PathName::join(to, entry.name), entry.info, depth);
+            if (one.end == End::Stopped)
+                return one;
             if (one.end != End::Whole && result.end == End::Whole)
-                result = {End::Incomplete, name + QStringLiteral(": ") + one.why};
+                result = {End::Incomplete, entry.name + QStringLiteral(": ") + one.why};
+            if (_files.service().loss() != PhoneFileService::Loss::None)
+                return result.end == End::Whole ? cutShort() : result;
         }
-    };
-    try {
-        copyAll(_phone.listOfFoldersAtPath(from));
-        copyAll(_phone.listOfFilesAtPath(from));
-    } catch (const Exception&) {
-        result = ended(End::Incomplete, "The folder could not be read");
     }
-    // The listing itself may have been cut short, which only an answer after it rules out.
-    if (result.end == End::Whole && !_phone.deviceInterface().isDirectoryAtPath(from))
-        result = ended(End::Incomplete, "The connection to the device was lost");
     return result;
 }
 
-CopyResult PhoneCopy::copyFile(const QString& from, const QString& to, double total)
+CopyResult PhoneCopy::copyFile(const QString& from, const QString& to, const FileInfo& info)
 {
-    AFCInterface& files = _phone.deviceInterface();
-    File destination(to, File::Mode::Create);
-    if (!destination.isOpen())
-        return {End::Failed, destination.error()};
-    const quint64 handle = files.openFileAtPath(from, ReadMode);
-    if (handle == 0)
-        return isLost() ? ended(End::Incomplete, "The connection to the device was lost")
-                        : ended(End::Incomplete, "The file on the device could not be opened");
-    AFCFileReader reader(files, handle, total);
-    CopyResult result = copyChunks(reader, total, destination);
-    files.closeFileLater(handle); // the last read was answered: this answer tells nothing new
-    if (!destination.close() && result.end != End::Stopped)
-        result = {End::Failed, destination.error()};
-    return result;
+    _fraction = 0;
+    if (!info.size)
+        return {End::Failed, tr("The device does not tell the size of the file")};
+    const Expected<quint64> handle = _files.open(from, _goOn);
+    if (!handle)
+        return notBegun(handle.failure());
+    PhoneFileReader reader(_files, from, *handle, {0, *info.size, true, ChunkSize});
+    return copyChunks(reader, to, double(*info.size));
 }
 
-CopyResult PhoneCopy::copyChunks(AFCFileReader& reader, double total, File& destination)
+CopyResult PhoneCopy::copyChunks(PhoneFileReader& reader, const QString& to, double size)
 {
-    quint32 size = ChunkSize;
-    quint64 done = 0;
-    while (reader.read(done, size)) {
-        done += size;
-        // The phone reads on while this chunk is announced and written.
-        reader.readAhead(done, size);
-        if (!announce(done, total, _progress))
-            return ended(End::Stopped, "");
-        if (!destination.write(view(reader.bytes())))
-            return {End::Failed, destination.error()};
+    std::optional<File> destination;
+    while (reader.next(_goOn)) {
+        _fraction = double(reader.position()) / size;
+        if (!announce())
+            return {End::Stopped, {}};
+        if (!destination && !reader.bytes().isEmpty())
+            destination.emplace(to, _mode);
+        if (destination && !destination->write(view(reader.bytes())))
+            return unwritten(*destination);
     }
-    if (isLost())
-        return ended(End::Incomplete, "The connection to the device was lost");
-    if (reader.hasGap())
-        return ended(End::Incomplete, "Part of the file could not be read");
-    if (double(done) < total)
-        return ended(End::Incomplete, "The file ended before its size was reached");
-    return {};
+    const std::optional<Failure>& problem = reader.problem();
+    if (problem && !destination)
+        return notBegun(*problem);
+    if (!destination)
+        destination.emplace(to, _mode); // an empty file
+    if (!destination->isOpen() || !destination->close())
+        return unwritten(*destination);
+    return problem ? broken(*problem) : CopyResult();
 }

@@ -2,57 +2,81 @@
 
 #include "Base/PathName.h"
 #include "Device/DeviceDelegate.h"
-#include "Platform/File.h"
+#include "Platform/SystemFailure.h"
 #include "Platform/Workspace.h"
 
-#include <QFile>
+#include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 
+#include <sys/sysmacros.h>
+
 #include <algorithm>
-#include <filesystem>
 #include <limits>
-#include <vector>
 
 namespace
 {
 const QString ControlFolders[] = {QStringLiteral("iPod_Control"), QStringLiteral("iTunes_Control")};
 constexpr qint64 ChunkSize = 1024 * 1024;
 
-bool exists(const QString& path)
-{
-    return QFileInfo::exists(path);
-}
-
-/// The entries of a folder that are, or are not, folders themselves, in the system's order.
-QStringList entries(const QString& folder, bool folders)
-{
-    namespace fs = std::filesystem;
-    QStringList names;
-    std::error_code error;
-    const fs::path nativeFolder(QFile::encodeName(folder).toStdString());
-    for (fs::directory_iterator entry(nativeFolder, error), end; !error && entry != end;
-         entry.increment(error)) {
-        std::error_code statusError;
-        const fs::file_status status = entry->status(statusError);
-        if (fs::exists(status) && fs::is_directory(status) == folders)
-            names.append(QFile::decodeName(entry->path().filename().c_str()));
-    }
-    return names;
-}
-
 Failure leadsOut()
 {
-    return {Failure::Kind::Refused, QStringLiteral("The path leads out of the device"), {}};
+    return {Failure::Kind::Refused,
+            QCoreApplication::translate("iPodDevice", "The path leads out of the device"),
+            {}};
 }
 
-Failure nothingThere()
+Failure isLink()
 {
-    return {Failure::Kind::Missing, QStringLiteral("There is no such file on the device"), {}};
+    return {Failure::Kind::Refused,
+            QCoreApplication::translate("iPodDevice",
+                                        "This is a link, and links on a device are not followed"),
+            {}};
 }
 
-Failure unreadable(const QString& error)
+Failure disconnected()
 {
-    return {Failure::Kind::Unreadable, QStringLiteral("The file could not be read"), error};
+    return {Failure::Kind::Lost,
+            QCoreApplication::translate("iPodDevice", "The device was disconnected"),
+            {}};
+}
+
+Failure changedMeanwhile()
+{
+    return {Failure::Kind::Unreadable,
+            QCoreApplication::translate("iPodDevice", "The file changed while it was read"),
+            {}};
+}
+
+/// What a failure is called where it is told without its kind.
+QString said(const Failure& failure)
+{
+    return failure.exact.isEmpty() ? failure.words : failure.exact;
+}
+
+FileInfo infoOf(const Folder::Entry& entry)
+{
+    switch (entry.kind) {
+    case Folder::Kind::File:
+        return {FileInfo::Kind::File, entry.size};
+    case Folder::Kind::Folder:
+        return {FileInfo::Kind::Folder, entry.size};
+    case Folder::Kind::Link:
+        return {FileInfo::Kind::Link, entry.size};
+    case Folder::Kind::Other:
+        break;
+    }
+    return {FileInfo::Kind::Other, entry.size};
+}
+
+/// Where the system lists the disk that a file system lies on, for as long as the disk is there;
+/// null for one that lies on none.
+QString diskOf(const Folder::Identity& identity)
+{
+    const QString listed = QStringLiteral("/sys/dev/block/%1:%2")
+                               .arg(major(dev_t(identity.device)))
+                               .arg(minor(dev_t(identity.device)));
+    return QFileInfo::exists(listed) ? listed : QString();
 }
 
 /// Tells the delegate how far a copy is; false when it asks to stop.
@@ -67,13 +91,19 @@ CopyResult ended(CopyResult::End end, const QString& why = {})
     return {end, why};
 }
 
-/// The chunks of one copy, each announced before it is written.
+/// Whether a file holds more than it reported: nothing of that is copied.
+bool hasMore(File& source)
+{
+    std::byte next{};
+    return source.read(std::span(&next, 1)) > 0;
+}
+
+/// The chunks of one copy, each announced before it is written, as far as the reported size goes.
 CopyResult copyChunks(File& source, File& destination, std::optional<int> progress)
 {
     using End = CopyResult::End;
-    const qint64 total = source.size();
+    const qint64 total = source.size().value_or(0);
     qint64 done = 0;
-    // As far as the reported size goes, the kernel moves the bytes without showing them to us.
     while (done < total) {
         const qint64 chunk = std::min(ChunkSize, total - done);
         if (!announce(done + chunk, total, progress))
@@ -83,22 +113,18 @@ CopyResult copyChunks(File& source, File& destination, std::optional<int> progre
         if (moved < chunk)
             break;
     }
-    // What has grown meanwhile, or never reported a size, is read to its end.
-    std::vector<std::byte> buffer;
-    while (source.error().isEmpty() && destination.error().isEmpty() && done >= total) {
-        buffer.resize(ChunkSize);
-        const qint64 chunk = source.read(buffer);
-        if (chunk == 0)
-            break;
-        done += chunk;
-        if (!announce(done, total, progress))
-            return ended(End::Stopped);
-        destination.write(std::span(buffer).first(std::size_t(chunk)));
-    }
+    const bool more = source.error().isEmpty() && done == total && hasMore(source);
     if (!destination.close() || !destination.error().isEmpty())
         return ended(End::Failed, destination.error());
     if (!source.error().isEmpty())
         return ended(End::Incomplete, source.error());
+    if (done < total)
+        return ended(End::Incomplete,
+                     QCoreApplication::translate("iPodDevice", "%1 of %2 bytes were copied")
+                         .arg(done)
+                         .arg(total));
+    if (more || source.size() != total)
+        return ended(End::Incomplete, changedMeanwhile().words);
     return {};
 }
 } // namespace
@@ -107,8 +133,9 @@ Device::Devices iPodDevice::devices;
 
 bool iPodDevice::isiPodAtPrefix(const QString& prefix)
 {
-    return std::any_of(std::begin(ControlFolders), std::end(ControlFolders),
-                       [&](const QString& name) { return exists(PathName::join(prefix, name)); });
+    const Expected<Folder> volume = Folder::open(prefix);
+    return volume && std::any_of(std::begin(ControlFolders), std::end(ControlFolders),
+                                 [&](const QString& name) { return bool(volume->entry(name)); });
 }
 
 Device::Devices iPodDevice::getDevices()
@@ -152,6 +179,7 @@ void iPodDevice::handleUnmountNotification(const QString& path)
         return;
     const std::shared_ptr<Device> device = found->second;
     devices.erase(found);
+    static_cast<iPodDevice&>(*device)._gone = true; // a family's devices are all of its kind
     device->stopPreviews(); // whoever still holds the device must not keep them going
     if (DeviceDelegate* listener = delegate())
         listener->deviceDisconnected(device);
@@ -160,8 +188,13 @@ void iPodDevice::handleUnmountNotification(const QString& path)
 iPodDevice::iPodDevice(const QString& prefix)
 {
     _prefix = prefix;
-    const QString first = PathName::join(prefix, ControlFolders[0]);
-    _controlPath = exists(first) ? first : PathName::join(prefix, ControlFolders[1]);
+    const Expected<Folder> volume = Folder::open(prefix);
+    const bool hasFirst = volume && volume->entry(ControlFolders[0]);
+    _controlPath = PathName::join(prefix, ControlFolders[hasFirst ? 0 : 1]);
+    if (volume) {
+        _identity = volume->identity();
+        _disk = diskOf(*_identity);
+    }
 }
 
 iPodDevice::~iPodDevice()
@@ -179,53 +212,114 @@ QString iPodDevice::localRoot() const
     return _prefix;
 }
 
-bool iPodDevice::isOnDevice(const QString& path) const
+std::optional<Failure> iPodDevice::whyGone() const
 {
-    // A library may name any path; one that climbs out of the volume could even block for ever.
-    return PathName::isInside(path, _prefix) || path == _prefix;
+    return _gone ? std::optional(disconnected()) : std::nullopt;
+}
+
+Expected<Folder> iPodDevice::root()
+{
+    Expected<Folder> root = Folder::open(_prefix);
+    if (!_identity || (root && root->identity() == *_identity))
+        return root;
+    // Another folder, or none, stands in its place. That this program has no descriptor left,
+    // say, tells nothing about the volume.
+    if (root || root.failedAs(Failure::Kind::Missing) || root.failedAs(Failure::Kind::Lost))
+        _gone = true;
+    return _gone ? Expected<Folder>(disconnected()) : std::move(root);
+}
+
+bool iPodDevice::isThere()
+{
+    // The system keeps a file system whose disk was pulled out until somebody unmounts it.
+    return !_gone && (_disk.isNull() || QFileInfo::exists(_disk)) && root();
+}
+
+Failure iPodDevice::judged(const Failure& failure)
+{
+    if (_identity && (failure.kind == Failure::Kind::Lost || !isThere()))
+        _gone = true;
+    if (_gone)
+        return disconnected();
+    return SystemFailure::isLink(failure) ? isLink() : failure;
+}
+
+QString iPodDevice::onDevice(const QString& path) const
+{
+    const QString full = path.startsWith(_prefix) ? path : QDir::cleanPath(path);
+    if (full != _prefix && !PathName::isInside(full, _prefix))
+        return {};
+    QString below = full.mid(_prefix.size());
+    while (below.startsWith(u'/'))
+        below.remove(0, 1);
+    return below.isEmpty() ? QStringLiteral(".") : below;
+}
+
+Expected<iPodDevice::Way> iPodDevice::wayTo(const QString& path)
+{
+    const QString below = onDevice(path);
+    if (below.isNull()) // a library may name any path
+        return leadsOut();
+    Expected<Folder> volume = root();
+    if (!volume)
+        return volume.failure();
+    return Way{std::move(*volume), below};
 }
 
 Expected<FileInfo> iPodDevice::info(const QString& path)
 {
-    if (!isOnDevice(path))
-        return leadsOut();
-    const QFileInfo found(path);
-    if (!found.exists())
-        return nothingThere();
-    FileInfo info;
-    info.kind = found.isDir()    ? FileInfo::Kind::Folder
-                : found.isFile() ? FileInfo::Kind::File
-                                 : FileInfo::Kind::Other;
-    info.size = found.size();
-    return info;
+    const Expected<Way> way = wayTo(path);
+    if (!way)
+        return way.failure();
+    const Expected<Folder::Entry> found = way->root.entry(way->below);
+    if (!found)
+        return judged(found.failure());
+    return infoOf(*found);
 }
 
 Expected<QStringList> iPodDevice::list(const QString& folder, Entries wanted)
 {
-    if (!isOnDevice(folder))
-        return leadsOut();
-    return entries(folder, wanted == Entries::Folders);
+    const Expected<Way> way = wayTo(folder);
+    if (!way)
+        return way.failure();
+    Expected<QStringList> names = way->root.list(
+        way->below, wanted == Entries::Folders ? Folder::Which::Folders : Folder::Which::NoFolders);
+    return names ? std::move(names) : judged(names.failure());
+}
+
+Expected<File> iPodDevice::openFile(const QString& path)
+{
+    const Expected<Way> way = wayTo(path);
+    if (!way)
+        return way.failure();
+    Expected<File> file = way->root.openFile(way->below);
+    return file ? std::move(file) : judged(file.failure());
 }
 
 Expected<QByteArray> iPodDevice::readFile(const QString& path)
 {
-    if (!isOnDevice(path))
-        return leadsOut();
-    File file(path, File::Mode::Read);
-    const QByteArray bytes = file.isOpen() ? file.readAll() : QByteArray();
-    if (bytes.isNull() || !file.error().isEmpty())
-        return unreadable(file.error());
+    Expected<File> file = openFile(path);
+    if (!file)
+        return file.failure();
+    const QByteArray bytes = file->readAll();
+    if (bytes.isNull() || !file->error().isEmpty())
+        return judged(file->failure());
+    if (file->size() != bytes.size())
+        return judged(changedMeanwhile());
     return bytes;
 }
 
 Expected<QByteArray> iPodDevice::readPart(const QString& path, quint64 offset, quint64 length)
 {
-    if (!isOnDevice(path))
-        return leadsOut();
-    File file(path, File::Mode::Read);
-    if (!file.isOpen())
-        return unreadable(file.error());
-    return file.readRange(qint64(offset), qint64(length));
+    Expected<File> file = openFile(path);
+    if (!file)
+        return file.failure();
+    constexpr auto Most = quint64(std::numeric_limits<qint64>::max());
+    const QByteArray bytes =
+        file->readRange(qint64(std::min(offset, Most)), qint64(std::min(length, Most)));
+    if (!file->error().isEmpty())
+        return judged(file->failure());
+    return bytes;
 }
 
 bool iPodDevice::isFile(const QString& path)
@@ -235,14 +329,29 @@ bool iPodDevice::isFile(const QString& path)
 
 CopyResult iPodDevice::copyOut(const QString& from, const QString& to, std::optional<int> progress)
 {
+    return copyFile(from, to, File::Mode::Create, progress);
+}
+
+CopyResult iPodDevice::copyOutNew(const QString& from, const QString& to,
+                                  std::optional<int> progress)
+{
+    return copyFile(from, to, File::Mode::CreateNew, progress);
+}
+
+CopyResult iPodDevice::copyFile(const QString& from, const QString& to, File::Mode mode,
+                                std::optional<int> progress)
+{
     using End = CopyResult::End;
-    if (!isOnDevice(from))
-        return ended(End::Missing, QStringLiteral("The path leads out of the device"));
-    File source(from, File::Mode::Read);
-    if (!source.isOpen())
-        return ended(exists(from) ? End::Failed : End::Missing, source.error());
-    File destination(to, File::Mode::Create);
+    Expected<File> source = openFile(from);
+    if (!source) {
+        const bool isMissing = source.failedAs(Failure::Kind::Missing) || onDevice(from).isNull();
+        return ended(isMissing ? End::Missing : End::Failed, said(source.failure()));
+    }
+    File destination(to, mode);
     if (!destination.isOpen())
-        return ended(End::Failed, destination.error());
-    return copyChunks(source, destination, progress);
+        return ended(destination.wasTaken() ? End::Taken : End::Failed, destination.error());
+    CopyResult result = copyChunks(*source, destination, progress);
+    if (!source->error().isEmpty())
+        result.why = said(judged(source->failure()));
+    return result;
 }

@@ -1,9 +1,15 @@
 #pragma once
 
 #include "Device/Device.h"
+#include "Platform/Folder.h"
+
+#include <atomic>
+#include <optional>
 
 /// A player that the system mounts as a local volume. Its files are reached through the
-/// computer's own file system below the mount point.
+/// computer's own file system below the mount point, and no link among them is followed.
+///
+/// The volume is opened for each call anew: an open folder would keep it from being unmounted.
 class iPodDevice final : public Device
 {
 public:
@@ -36,9 +42,31 @@ public:
     /// Copies single files only: a folder is not walked, and reported as failed.
     CopyResult copyOut(const QString& from, const QString& to,
                        std::optional<int> progress) override;
+    CopyResult copyOutNew(const QString& from, const QString& to,
+                          std::optional<int> progress) override;
+    [[nodiscard]] std::optional<Failure> whyGone() const override;
 
 private:
     static Devices devices;
 
-    [[nodiscard]] bool isOnDevice(const QString& path) const;
+    /// The folder of the volume and a path below it.
+    struct Way {
+        Folder root;
+        QString below;
+    };
+    /// A path as seen from the volume's folder; null for one that leads out of it.
+    [[nodiscard]] QString onDevice(const QString& path) const;
+    [[nodiscard]] Expected<Way> wayTo(const QString& path);
+    [[nodiscard]] Expected<Folder> root();
+    [[nodiscard]] Expected<File> openFile(const QString& path);
+    CopyResult copyFile(const QString& from, const QString& to, File::Mode mode,
+                        std::optional<int> progress);
+    /// A failure as it is to be told: whatever fails on a volume that has gone says that.
+    Failure judged(const Failure& failure);
+    [[nodiscard]] bool isThere();
+
+    std::optional<Folder::Identity>
+        _identity; ///< of the volume's own folder; none if there is none
+    QString _disk; ///< where the system lists its disk; null if nowhere
+    std::atomic<bool> _gone = false;
 };

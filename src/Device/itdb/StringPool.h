@@ -20,7 +20,11 @@ public:
 private:
     struct Hash {
         using is_transparent = void;
-        std::size_t operator()(QStringView text) const { return qHash(text); }
+        // With the process's seed: the texts are a device's, which must not choose ones that meet.
+        std::size_t operator()(QStringView text) const
+        {
+            return qHash(text, QHashSeed::globalSeed());
+        }
     };
     std::unordered_set<QString, Hash, std::equal_to<>> _strings;
 };

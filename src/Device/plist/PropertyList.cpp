@@ -1,95 +1,117 @@
 #include "Device/plist/PropertyList.h"
 
-#include "Device/plist/PropertyListGuard.h"
+#include "Device/plist/BinaryPropertyList.h"
+#include "Device/plist/PropertyListDocument.h"
+#include "Device/plist/XmlPropertyList.h"
 #include "Platform/File.h"
 
-#include <plist/plist.h>
+using Document = PropertyListDocument;
+
+void PropertyListDocument::addText(Value& value, QString text)
+{
+    value.kind = Kind::Text;
+    value.first = std::uint32_t(texts.size());
+    const qsizetype nul = text.indexOf(QChar(u'\0'));
+    if (nul < 0)
+        texts.push_back({std::move(text), {}});
+    else
+        texts.push_back({text.first(nul), text.remove(QChar(u'\0'))});
+}
 
 namespace
 {
-plist_t parse(const QByteArray& bytes)
+/// The text that a key of a dictionary leads to; null where there is none.
+const Document::Text* find(const Document& document, std::uint32_t dictionary, QStringView key)
 {
-    plist_t root = nullptr;
-    if (PropertyListGuard::isBinary(bytes)) {
-        if (PropertyListGuard::isHarmlessBinary(bytes))
-            plist_from_bin(bytes.constData(), std::uint32_t(bytes.size()), &root);
-        return root;
+    const Document::Value& value = document.values[dictionary];
+    if (!document.isList || value.kind != Document::Kind::Dictionary)
+        return nullptr;
+    for (std::uint32_t i = 0; i < value.count; ++i) {
+        const Document::Value& name = document.values[document.references[value.first + i]];
+        if (name.kind != Document::Kind::Text || document.texts[name.first].ended != key)
+            continue;
+        const Document::Value& found =
+            document.values[document.references[value.first + value.count + i]];
+        return found.kind == Document::Kind::Text ? &document.texts[found.first] : nullptr;
     }
-    const QByteArray xml = PropertyListGuard::plainXml(bytes);
-    if (!xml.isEmpty())
-        plist_from_xml(xml.constData(), std::uint32_t(xml.size()), &root);
-    return root;
+    return nullptr;
 }
 } // namespace
 
 PropertyList PropertyList::fromFile(const QString& path)
 {
     File file(path, File::Mode::Read);
-    if (!file.isOpen() || file.size() > MostBytes)
+    if (!file.isOpen() || file.size().value_or(0) > MostBytes)
         return fromBytes({});
     return fromBytes(file.readAll());
 }
 
 PropertyList PropertyList::fromBytes(const QByteArray& bytes)
 {
-    plist_t root = bytes.isEmpty() || bytes.size() > MostBytes ? nullptr : parse(bytes);
-    return {std::shared_ptr<void>(root, plist_free), root};
+    auto document = std::make_shared<Document>();
+    if (!bytes.isEmpty() && bytes.size() <= MostBytes)
+        *document = BinaryPropertyList::isBinary(bytes) ? BinaryPropertyList::parse(bytes)
+                                                        : XmlPropertyList::parse(bytes);
+    if (document->values.empty()) {
+        document->values.emplace_back();
+        document->isList = false;
+    }
+    const std::uint32_t root = document->root;
+    return {std::move(document), root};
 }
 
-PropertyList::PropertyList(std::shared_ptr<void> document, void* node)
+PropertyList::PropertyList(std::shared_ptr<const Document> document, std::uint32_t value)
     : _document(std::move(document))
-    , _node(node)
+    , _value(value)
 {
+}
+
+bool PropertyList::isValid() const
+{
+    return _document->isList;
+}
+
+bool PropertyList::hasBrokenValues() const
+{
+    return _document->hasBroken;
 }
 
 bool PropertyList::isDictionary() const
 {
-    return _node && plist_get_node_type(_node) == PLIST_DICT;
+    return isValid() && _document->values[_value].kind == Document::Kind::Dictionary;
 }
 
 std::vector<PropertyList> PropertyList::dictionaryValues() const
 {
-    std::vector<PropertyList> values;
-    if (!isDictionary())
-        return values;
-    plist_dict_iter next = nullptr;
-    plist_dict_new_iter(_node, &next);
-    const std::unique_ptr<void, decltype(&free)> iterator(next, free);
-    for (;;) {
-        plist_t value = nullptr;
-        plist_dict_next_item(_node, next, nullptr, &value);
-        if (!value)
-            return values;
-        values.push_back({_document, value});
-    }
+    const Document::Value& value = _document->values[_value];
+    return isDictionary() ? referred(value.first + value.count, value.count)
+                          : std::vector<PropertyList>();
 }
 
 std::vector<PropertyList> PropertyList::arrayItems() const
 {
-    std::vector<PropertyList> items;
-    if (!_node || plist_get_node_type(_node) != PLIST_ARRAY)
-        return items;
-    plist_array_iter next = nullptr;
-    plist_array_new_iter(_node, &next);
-    const std::unique_ptr<void, decltype(&free)> iterator(next, free);
-    for (;;) {
-        plist_t item = nullptr;
-        plist_array_next_item(_node, next, &item);
-        if (!item)
-            return items;
-        items.push_back({_document, item});
-    }
+    const Document::Value& value = _document->values[_value];
+    return isValid() && value.kind == Document::Kind::Array ? referred(value.first, value.count)
+                                                            : std::vector<PropertyList>();
 }
 
-QString PropertyList::text(const char* key) const
+std::vector<PropertyList> PropertyList::referred(std::uint32_t first, std::uint32_t count) const
 {
-    plist_t value = isDictionary() ? plist_dict_get_item(_node, key) : nullptr;
-    if (!value || plist_get_node_type(value) != PLIST_STRING)
-        return {};
-    std::uint64_t length = 0;
-    const char* utf8 = plist_get_string_ptr(value, &length);
-    if (!utf8 || length == 0)
-        return QLatin1String("");
-    const QByteArrayView bytes(utf8, qsizetype(length));
-    return bytes.isValidUtf8() ? QString::fromUtf8(bytes) : QString();
+    std::vector<PropertyList> values;
+    values.reserve(count);
+    for (std::uint32_t i = 0; i < count; ++i)
+        values.push_back({_document, _document->references[first + i]});
+    return values;
+}
+
+QString PropertyList::text(QStringView key) const
+{
+    const Document::Text* text = find(*_document, _value, key);
+    return text ? text->ended : QString();
+}
+
+QString PropertyList::textAcrossNuls(QStringView key) const
+{
+    const Document::Text* text = find(*_document, _value, key);
+    return !text ? QString() : text->whole.isNull() ? text->ended : text->whole;
 }

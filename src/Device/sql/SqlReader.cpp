@@ -17,10 +17,13 @@ bool isPlainLocation(QByteArrayView location)
     if (location.isEmpty() || location.front() == '/' || location.front() == ':')
         return false;
     unsigned char bits = 0;
-    for (const char byte : location)
+    bool hasNul = false;
+    for (const char byte : location) {
         bits |= static_cast<unsigned char>(byte);
+        hasNul |= byte == '\0';
+    }
     constexpr unsigned char BeyondAscii = 0x80;
-    return (bits & BeyondAscii) == 0;
+    return (bits & BeyondAscii) == 0 && !hasNul;
 }
 
 /// A lead and a plain location in one string, with the "/" of a path for each ":".
@@ -132,13 +135,14 @@ void SqlReader::finishFiles(Found& found)
     found.files.clear();
 }
 
-QString SqlReader::path(const Found& found, qint32 baseLocation, QByteArrayView location) const
+QString SqlReader::path(Found& found, qint32 baseLocation, QByteArrayView location) const
 {
     const auto known = found.baseLocations.constFind(baseLocation);
     const BaseLocation& base =
         known == found.baseLocations.constEnd() ? found.noBaseLocation : *known;
     if (isPlainLocation(location))
         return joined(base.lead, location);
-    const QString file = TextPool::decode(location);
-    return file.isNull() ? QString() : getFileSystemPath(PathName::join(base.folder, file));
+    return found.pathsWithNul.choose(device(), location, [&](const QString& file) {
+        return file.isNull() ? QString() : getFileSystemPath(PathName::join(base.folder, file));
+    });
 }

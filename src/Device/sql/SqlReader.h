@@ -1,8 +1,9 @@
 #pragma once
 
+#include "Device/IdMap.h"
+#include "Device/PathsWithNul.h"
 #include "Device/TrackDb.h"
 #include "Device/sql/Database.h"
-#include "Device/sql/IdMap.h"
 #include "Device/sql/TextPool.h"
 
 #include <QHash>
@@ -41,6 +42,7 @@ protected:
         QHash<qint32, BaseLocation> baseLocations;
         BaseLocation noBaseLocation;
         qint32 primaryContainerId = 0;
+        PathsWithNul pathsWithNul;
         std::vector<Member> members; ///< that wait to be linked
         std::vector<File> files;     ///< that wait for their items
     };
@@ -62,8 +64,7 @@ protected:
     static void addFile(Found& found, File file);
     static void finishFiles(Found& found);
     /// The device path of a file, its location given in UTF-8; null where that is no text.
-    [[nodiscard]] QString path(const Found& found, qint32 baseLocation,
-                               QByteArrayView location) const;
+    [[nodiscard]] QString path(Found& found, qint32 baseLocation, QByteArrayView location) const;
 
 private:
     void link(Found& found, qint32 container, Track& track);

@@ -1,5 +1,7 @@
 #include "Device/sql/TextPool.h"
 
+#include "Base/Utf8.h"
+
 #include <QHash>
 #include <QHashSeed>
 
@@ -18,9 +20,7 @@ TextPool::TextPool()
 
 QString TextPool::decode(QByteArrayView utf8)
 {
-    if (utf8.isEmpty())
-        return QLatin1String("");
-    return utf8.isValidUtf8() ? QString::fromUtf8(utf8) : QString();
+    return Utf8::text(utf8);
 }
 
 void TextPool::share(QByteArrayView utf8, QString& target)

@@ -27,7 +27,7 @@ QVariant KeyListModel::data(const QModelIndex& index, int role) const
         return {};
     const QString& key = _keys.at(index.row());
     if (key == StarOrder::Star)
-        return QStringLiteral("All (%1 %2)").arg(_keys.size() - 1).arg(_level);
+        return all(int(_keys.size()) - 1);
     return ShownText::of(key);
 }
 
@@ -36,4 +36,14 @@ QVariant KeyListModel::headerData(int section, Qt::Orientation orientation, int 
     if (section != 0 || orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
     return _level;
+}
+
+QString KeyListModel::all(int count) const
+{
+    // The texts are fixed, with the word for one key; the catalogues have plurals.
+    if (_level == u"Genre")
+        return tr("All (%n Genre)", nullptr, count);
+    if (_level == u"Artist")
+        return tr("All (%n Artist)", nullptr, count);
+    return tr("All (%n Album)", nullptr, count);
 }

@@ -20,6 +20,8 @@ public:
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
 private:
+    [[nodiscard]] QString all(int count) const;
+
     QString _level;
     QStringList _keys;
 };

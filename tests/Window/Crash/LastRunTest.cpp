@@ -5,6 +5,7 @@
 #include "Window/Crash/MemoryMap.h"
 #include "support/EventLoop.h"
 #include "support/Files.h"
+#include "support/PrivateMounts.h"
 
 #include <QProcess>
 
@@ -18,7 +19,7 @@ protected:
     int run(const QString& way)
     {
         QProcess process;
-        process.start(QStringLiteral(ZELL_CRASHING_PROGRAM), {_folder.path(), way});
+        process.start(_program, {_folder.path(), way});
         EXPECT_TRUE(process.waitForFinished(60'000));
         _output = QString::fromUtf8(process.readAllStandardOutput());
         return process.exitStatus() == QProcess::CrashExit ? -1 : process.exitCode();
@@ -46,9 +47,60 @@ protected:
                name + "\n\n" + reason + "\n\nStack Trace:\n";
     }
 
+    QString _program = QStringLiteral(ZELL_CRASHING_PROGRAM);
+
 private:
     QTemporaryDir _folder;
     QString _output;
+};
+
+/// The program as it is installed: without symbols, which a package of their own puts where
+/// debuggers look for them, and with or without the names of its functions.
+class StrippedProgram
+{
+public:
+    enum class Names { Kept, Gone };
+
+    explicit StrippedProgram(Names names)
+    {
+        EXPECT_TRUE(QFile::copy(QStringLiteral(ZELL_CRASHING_PROGRAM), path()));
+        if (names == Names::Kept)
+            change(QStringLiteral(ZELL_PACKAGING "/keep-names"), {path()});
+        const QString id = buildId();
+        const QString symbols = _folder.filePath("symbols/" + id.first(2));
+        QDir().mkpath(symbols);
+        change("objcopy", {"--only-keep-debug", path(), symbols + '/' + id.mid(2) + ".debug"});
+        change("strip", {path()});
+    }
+
+    [[nodiscard]] QString path() const { return _folder.filePath("program"); }
+    void installSymbols()
+    {
+        _symbols = PrivateMounts::Mount::memory("/usr/lib/debug", 1 << 20);
+        QDir().mkpath("/usr/lib/debug/.build-id");
+        _installed =
+            PrivateMounts::Mount::bind(_folder.filePath("symbols"), "/usr/lib/debug/.build-id");
+    }
+
+private:
+    static QByteArray change(const QString& tool, const QStringList& arguments)
+    {
+        QProcess process;
+        process.start(tool, arguments);
+        EXPECT_TRUE(process.waitForFinished(60'000));
+        EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
+        return process.readAllStandardOutput();
+    }
+    [[nodiscard]] QString buildId() const
+    {
+        const QByteArray notes = change("readelf", {"--notes", path()});
+        const qsizetype begin = notes.indexOf("Build ID: ") + 10;
+        return QString::fromLatin1(notes.mid(begin, notes.indexOf('\n', begin) - begin));
+    }
+
+    QTemporaryDir _folder;
+    std::unique_ptr<PrivateMounts::Mount> _symbols;
+    std::unique_ptr<PrivateMounts::Mount> _installed;
 };
 
 /// Whether a program has come so far that it handles the signals of faults. SIGABRT stands for
@@ -73,6 +125,27 @@ TEST_F(LastRunTest, ASegmentationFaultIsShownAtTheNextStart)
     EXPECT_TRUE(shown.contains("(anonymous namespace)::writeToNoAddress()\n"))
         << shown.toStdString();
     EXPECT_TRUE(shown.contains("\nmain\n")) << shown.toStdString();
+}
+
+TEST_F(LastRunTest, NamesTheFunctionsOfAnInstalledProgram)
+{
+    const StrippedProgram stripped(StrippedProgram::Names::Kept);
+    _program = stripped.path();
+    const QString shown = dieOf("segv");
+    EXPECT_TRUE(shown.contains("(anonymous namespace)::writeToNoAddress()\n"))
+        << shown.toStdString();
+    EXPECT_TRUE(shown.contains("\nmain\n")) << shown.toStdString();
+}
+
+TEST_F(LastRunTest, NamesTheFunctionsOfAStrippedProgramWhereItsSymbolsAreInstalled)
+{
+    StrippedProgram stripped(StrippedProgram::Names::Gone);
+    _program = stripped.path();
+    EXPECT_FALSE(dieOf("segv").contains("writeToNoAddress"));
+    stripped.installSymbols();
+    const QString shown = dieOf("segv");
+    for (const char* function : {"writeToNoAddress", "dieOf", "main"})
+        EXPECT_TRUE(shown.contains(function)) << function << " in " << shown.toStdString();
 }
 
 TEST_F(LastRunTest, IsShownOnce)

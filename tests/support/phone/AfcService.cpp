@@ -45,10 +45,7 @@ enum Code : quint64 {
     IsFolder = 9,
     NotPermitted = 10,
     NotSupported = 15,
-    Exists = 16,
-    NoSpace = 18,
-    InputOutput = 20,
-    NotEmpty = 33
+    InputOutput = 20
 };
 
 constexpr qsizetype HeaderSize = 40;
@@ -77,12 +74,6 @@ quint64 codeOf(int errorNumber)
     case EACCES:
     case EPERM:
         return NotPermitted;
-    case EEXIST:
-        return Exists;
-    case ENOSPC:
-        return NoSpace;
-    case ENOTEMPTY:
-        return NotEmpty;
     default:
         return InputOutput;
     }
@@ -104,26 +95,6 @@ bool onlyReads(quint64 operation)
         return true;
     default:
         return false;
-    }
-}
-
-int openFlags(quint64 mode)
-{
-    switch (mode) {
-    case 1:
-        return O_RDONLY;
-    case 2:
-        return O_RDWR | O_CREAT;
-    case 3:
-        return O_WRONLY | O_CREAT | O_TRUNC;
-    case 4:
-        return O_RDWR | O_CREAT | O_TRUNC;
-    case 5:
-        return O_WRONLY | O_CREAT | O_APPEND;
-    case 6:
-        return O_RDWR | O_CREAT | O_APPEND;
-    default:
-        return -1;
     }
 }
 
@@ -247,11 +218,10 @@ bool AfcService::answer(const Request& request)
     }
     case FileWrite:
     case FileSetSize:
-        return changeFile(request);
     case RemovePath:
     case RenamePath:
     case MakeDirectory:
-        return changePath(request);
+        return sendStatus(request, NotPermitted); // nobody has any business to change a phone
     default:
         return sendStatus(request, NotSupported);
     }
@@ -264,6 +234,8 @@ QByteArray AfcService::local(const QByteArray& path) const
 
 bool AfcService::readDirectory(const Request& request)
 {
+    if (const quint64 refusal = refusalOf(request.path()))
+        return sendStatus(request, refusal);
     DIR* folder = opendir(local(request.path()).constData());
     if (!folder)
         return sendErrno(request, false);
@@ -280,10 +252,12 @@ bool AfcService::readDirectory(const Request& request)
 bool AfcService::getFileInfo(const Request& request)
 {
     const QByteArray path = local(request.path());
+    if (const quint64 refusal = refusalOf(request.path()))
+        return sendStatus(request, refusal);
     struct stat info = {};
     if (lstat(path.constData(), &info) != 0)
         return sendErrno(request, false);
-    const QByteArray claimed = _phone.faults().sizes.value(QString::fromUtf8(request.path()));
+    const QByteArray claimed = claimedSize(QString::fromUtf8(request.path()));
     QByteArray data =
         pair("st_size", claimed.isNull() ? QByteArray::number(info.st_size) : claimed);
     data += pair("st_blocks", QByteArray::number(info.st_blocks));
@@ -297,19 +271,27 @@ bool AfcService::getFileInfo(const Request& request)
     return sendData(request, data);
 }
 
+QByteArray AfcService::claimedSize(const QString& path) const
+{
+    const PhoneFaults faults = _phone.faults();
+    const bool wasOpened = faults.sizesOnceOpen.contains(path) && _phone.opens().contains(path);
+    return wasOpened ? faults.sizesOnceOpen.value(path) : faults.sizes.value(path);
+}
+
 bool AfcService::openFile(const Request& request)
 {
-    const int flags = openFlags(request.value(0));
-    if (flags < 0)
-        return sendStatus(request, BadArgument);
+    if (request.value(0) != ReadOnly)
+        return sendStatus(request, NotPermitted);
     const QByteArray path = request.path(8);
+    if (const quint64 refusal = refusalOf(path))
+        return sendStatus(request, refusal);
     const QString unopenable = _phone.faults().unopenable;
     if (!unopenable.isEmpty() && QString::fromUtf8(path).endsWith(unopenable))
         return sendStatus(request, NotPermitted);
     struct stat info = {};
     if (stat(local(path).constData(), &info) == 0 && S_ISDIR(info.st_mode))
         return sendStatus(request, IsFolder);
-    const int descriptor = open(local(path).constData(), flags | O_CLOEXEC, 0644);
+    const int descriptor = open(local(path).constData(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0)
         return sendErrno(request, false);
     _files[_nextHandle] = {descriptor, QString::fromUtf8(path)};
@@ -354,31 +336,6 @@ bool AfcService::seekFile(const Request& request)
                      lseek(descriptor, off_t(request.value(2)), int(request.value(1))) >= 0);
 }
 
-bool AfcService::changeFile(const Request& request)
-{
-    const auto file = _files.find(request.value(0));
-    if (file == _files.end())
-        return sendStatus(request, BadArgument);
-    const int descriptor = file->second.descriptor;
-    if (request.operation == FileSetSize)
-        return sendErrno(request, ftruncate(descriptor, off_t(request.value(1))) == 0);
-    const QByteArray data = request.body.mid(request.fixedPart);
-    return sendErrno(request, ::write(descriptor, data.constData(), std::size_t(data.size())) ==
-                                  data.size());
-}
-
-bool AfcService::changePath(const Request& request)
-{
-    const QByteArray path = request.path();
-    const QByteArray here = local(path);
-    if (request.operation == RemovePath)
-        return sendErrno(request, remove(here.constData()) == 0);
-    if (request.operation == MakeDirectory)
-        return sendErrno(request, mkdir(here.constData(), 0755) == 0);
-    const QByteArray to = local(request.path(path.size() + 1));
-    return sendErrno(request, rename(here.constData(), to.constData()) == 0);
-}
-
 bool AfcService::sendErrno(const Request& request, bool succeeded)
 {
     return sendStatus(request, succeeded ? quint64(Success) : codeOf(errno));
@@ -398,15 +355,28 @@ bool AfcService::send(const Request& request, quint64 operation, const QByteArra
                       const QByteArray& data)
 {
     const quint64 thisLength = quint64(HeaderSize + fixed.size());
-    const QByteArray head =
-        QByteArray("CFA6LPAA") + littleEndian(thisLength + quint64(data.size())) +
-        littleEndian(thisLength) + littleEndian(request.number) + littleEndian(operation) + fixed;
-    const qsizetype whole = head.size() + data.size();
-    const qint64 allowed = _phone.takeBytes(whole);
-    if (allowed == whole)
-        return _stream.write(head) && (data.isEmpty() || _stream.write(data));
-    _stream.write(head.first(std::min<qsizetype>(allowed, head.size())));
-    if (allowed > head.size())
-        _stream.write(data.first(allowed - head.size()));
-    return false; // and the connection ends in the middle of the answer
+    QByteArray answer = QByteArray("CFA6LPAA") + littleEndian(thisLength + quint64(data.size())) +
+                        littleEndian(thisLength) + littleEndian(request.number) +
+                        littleEndian(operation) + fixed + data;
+    if (const auto distort = _phone.faults().distort)
+        distort(request.operation, answer);
+    const qint64 allowed = _phone.takeBytes(answer.size());
+    const bool isCut = allowed < answer.size(); // the connection ends in the middle of the answer
+    answer.truncate(allowed);
+    const qint64 atOnce = _phone.takeBytesBeforeStall(answer.size());
+    _stream.setPace(_phone.faults().bytesAtATime);
+    _stream.setLimit(_phone.faults().linkStallsAfter);
+    if (!_stream.write(answer.first(atOnce)))
+        return false;
+    if (atOnce < answer.size()) {
+        _phone.hang(_stream);
+        return !_stream.isCut() && _stream.write(answer.sliced(atOnce));
+    }
+    return !isCut;
+}
+
+/// What a path is refused with on purpose; 0 for nothing.
+quint64 AfcService::refusalOf(const QByteArray& path) const
+{
+    return _phone.faults().statuses.value(QString::fromUtf8(path), Success);
 }

@@ -43,9 +43,9 @@ private:
     bool openFile(const Request& request);
     bool readFile(const Request& request);
     bool seekFile(const Request& request);
-    bool changePath(const Request& request);
-    bool changeFile(const Request& request);
 
+    [[nodiscard]] quint64 refusalOf(const QByteArray& path) const;
+    [[nodiscard]] QByteArray claimedSize(const QString& path) const;
     [[nodiscard]] QByteArray local(const QByteArray& path) const;
     bool sendStatus(const Request& request, quint64 status);
     bool sendErrno(const Request& request, bool succeeded);

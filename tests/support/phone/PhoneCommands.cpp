@@ -32,6 +32,14 @@ const std::map<QString, Fault>& faultsByName()
          }},
         {"slow", [](PhoneFaults& f, const Words& w) { f.slowMilliseconds = int(number(w, 0)); }},
         {"cut", [](PhoneFaults& f, const Words& w) { f.cutAfterBytes = number(w, 0); }},
+        {"stall", [](PhoneFaults& f, const Words& w) { f.stallAfterBytes = number(w, 0); }},
+        {"trickle", [](PhoneFaults& f, const Words& w) { f.bytesAtATime = number(w, 0); }},
+        {"refusepath",
+         [](PhoneFaults& f, const Words& w) { f.statuses[w.value(0)] = quint64(number(w, 1)); }},
+        {"size", [](PhoneFaults& f, const Words& w) { f.sizes[w.value(0)] = w.value(1).toUtf8(); }},
+        {"resize",
+         [](PhoneFaults& f, const Words& w) { f.sizesOnceOpen[w.value(0)] = w.value(1).toUtf8(); }},
+        {"endless", [](PhoneFaults& f, const Words&) { f.foreverFull = true; }},
         {"garbage",
          [](PhoneFaults& f, const Words& w) { f.garbageAfterOperations = number(w, 0); }},
         {"hang", [](PhoneFaults& f, const Words& w) { f.hangAfterOperations = number(w, 0); }},
@@ -56,7 +64,13 @@ QString PhoneCommands::help()
                           "  short N BYTES     no read gives more\n"
                           "  bad N FILE FIRST END   reads in that range fail\n"
                           "  slow N MILLISECONDS    before each answer\n"
+                          "  trickle N BYTES   the link carries so many in a millisecond\n"
                           "  cut N BYTES       the connection ends after so many bytes\n"
+                          "  stall N BYTES     nothing more comes after so many bytes\n"
+                          "  refusepath N PATH STATUS   whatever is asked about it\n"
+                          "  size N PATH SIZE, resize N PATH SIZE   what is said of a file; the\n"
+                          "                    second once it was opened\n"
+                          "  endless N         files go on for ever\n"
                           "  garbage N OPERATIONS, hang N OPERATIONS   after so many\n"
                           "  writes N          how often somebody tried to write\n"
                           "  quit");

@@ -4,6 +4,28 @@
 
 #include <cstdlib>
 
+namespace
+{
+// Later versions of the library tell the format as well. Whichever there is, is called.
+
+template <typename Result>
+plist_t parse(Result (*fromMemory)(const char*, std::uint32_t, plist_t*), const QByteArray& bytes)
+{
+    plist_t root = nullptr;
+    fromMemory(bytes.constData(), std::uint32_t(bytes.size()), &root);
+    return root;
+}
+
+template <typename Result, typename Format>
+plist_t parse(Result (*fromMemory)(const char*, std::uint32_t, plist_t*, Format*),
+              const QByteArray& bytes)
+{
+    plist_t root = nullptr;
+    fromMemory(bytes.constData(), std::uint32_t(bytes.size()), &root, nullptr);
+    return root;
+}
+} // namespace
+
 PhonePlist::PhonePlist()
     : _root(plist_new_dict(), plist_free)
 {
@@ -11,8 +33,7 @@ PhonePlist::PhonePlist()
 
 PhonePlist::PhonePlist(const QByteArray& bytes)
 {
-    plist_t root = nullptr;
-    plist_from_memory(bytes.constData(), std::uint32_t(bytes.size()), &root);
+    plist_t root = parse(plist_from_memory, bytes);
     if (!root || plist_get_node_type(root) != PLIST_DICT) {
         plist_free(root);
         root = plist_new_dict();

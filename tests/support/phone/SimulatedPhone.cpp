@@ -13,6 +13,16 @@ namespace
 {
 std::mutex unexpectedMutex;
 QStringList unexpectedWrites;
+
+/// How many of `bytes` are left, where that is limited.
+qint64 take(qint64& left, qint64 bytes)
+{
+    if (left < 0)
+        return bytes;
+    const qint64 taken = std::min(bytes, left);
+    left -= taken;
+    return taken;
+}
 } // namespace
 
 SimulatedPhone::SimulatedPhone(Identity identity)
@@ -173,9 +183,11 @@ quint16 SimulatedPhone::newPort()
 qint64 SimulatedPhone::takeBytes(qint64 bytes)
 {
     const std::lock_guard lock(_mutex);
-    if (_faults.cutAfterBytes < 0)
-        return bytes;
-    const qint64 taken = std::min(bytes, _faults.cutAfterBytes);
-    _faults.cutAfterBytes -= taken;
-    return taken;
+    return take(_faults.cutAfterBytes, bytes);
+}
+
+qint64 SimulatedPhone::takeBytesBeforeStall(qint64 bytes)
+{
+    const std::lock_guard lock(_mutex);
+    return take(_faults.stallAfterBytes, bytes);
 }

@@ -37,10 +37,17 @@ struct PhoneFaults {
     int slowMilliseconds = 0; ///< before each answer
     qint64 cutAfterBytes =
         -1; ///< ends the file service's connection after so many bytes of answers
+    qint64 stallAfterBytes = -1; ///< likewise stops sending, in the middle of an answer
+    qint64 bytesAtATime = -1;    ///< what a slow link carries in a millisecond
+    qint64 linkStallsAfter = -1; ///< bytes of an answer, be they encrypted
     qint64 garbageAfterOperations = -1;
+    /// Changes a whole answer to an operation, head and all, before it is sent.
+    std::function<void(quint64 operation, QByteArray& answer)> distort;
     qint64 hangAfterOperations = -1;
     bool foreverFull = false;                  ///< files never end
     QHash<QString, QByteArray> sizes;          ///< sizes to claim, by path
+    QHash<QString, QByteArray> sizesOnceOpen;  ///< likewise, once the file was opened
+    QHash<QString, quint64> statuses;          ///< what a path is refused with
     QHash<QString, QByteArray> types;          ///< likewise types
     QHash<QString, QByteArrayList> extraNames; ///< names to list besides, by folder
 };
@@ -102,6 +109,8 @@ public:
     void hang(const PhoneStream& stream);
     /// How many of `bytes` answers the file service may still send before its connection ends.
     qint64 takeBytes(qint64 bytes);
+    /// Likewise before it stalls.
+    qint64 takeBytesBeforeStall(qint64 bytes);
 
 private:
     const Identity _identity;
