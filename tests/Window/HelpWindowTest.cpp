@@ -1,7 +1,8 @@
 // The guide in a window of its own.
 
-#include "Window/Help/GuideView.h"
 #include "Window/Help/HelpWindow.h"
+
+#include "Window/Help/GuideView.h"
 #include "support/WindowFixture.h"
 
 #include <QListWidget>
@@ -53,8 +54,8 @@ TEST_F(HelpWindowTest, ShowsEachPictureOfTheGuide)
             if (!picture.isValid())
                 continue;
             ++pictures;
-            const QVariant drawn = guide()->document()->resource(QTextDocument::ImageResource,
-                                                                 QUrl(picture.name()));
+            const QVariant drawn =
+                guide()->document()->resource(QTextDocument::ImageResource, QUrl(picture.name()));
             EXPECT_FALSE(drawn.value<QPixmap>().isNull()) << picture.name().toStdString();
         }
     }

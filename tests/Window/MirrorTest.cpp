@@ -54,7 +54,9 @@ TEST_F(MirrorTest, ARowOfTheSourceListHasItsSignAtItsOtherEnd)
     auto* list = window().sources().outlineView();
     const auto rowOf = [&](const QModelIndex& index) {
         const QRect place = list->visualRect(index);
-        return list->viewport()->grab(QRect(0, place.top(), list->viewport()->width(), place.height())).toImage();
+        return list->viewport()
+            ->grab(QRect(0, place.top(), list->viewport()->width(), place.height()))
+            .toImage();
     };
     for (const char* label : {"Movies", "Evening"}) {
         QApplication::setLayoutDirection(Qt::LeftToRight);
@@ -77,8 +79,8 @@ TEST_F(MirrorTest, AScrollBarBeginsAtTheRight)
     bar.maximum = 300;
     bar.pageStep = 100;
     bar.sliderPosition = 60;
-    for (const auto part : {QStyle::SC_ScrollBarSlider, QStyle::SC_ScrollBarAddPage,
-                            QStyle::SC_ScrollBarSubPage}) {
+    for (const auto part :
+         {QStyle::SC_ScrollBarSlider, QStyle::SC_ScrollBarAddPage, QStyle::SC_ScrollBarSubPage}) {
         bar.direction = Qt::LeftToRight;
         const QRect usual = style.subControlRect(QStyle::CC_ScrollBar, &bar, part, nullptr);
         bar.direction = Qt::RightToLeft;

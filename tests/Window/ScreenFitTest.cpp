@@ -36,8 +36,8 @@ TEST_F(ScreenFitTest, TheWindowAndTheDialogsAreWithinTheScreen)
     expectWithinScreen(window());
     for (const char* name : {"_btnExport", "_btnPlay"}) {
         const auto* button = part<QWidget>(name);
-        EXPECT_TRUE(window().rect().contains(
-            QRect(button->mapTo(&window(), QPoint()), button->size())))
+        EXPECT_TRUE(
+            window().rect().contains(QRect(button->mapTo(&window(), QPoint()), button->size())))
             << name;
     }
     forEachDialog([](QWidget& dialog) {

@@ -121,8 +121,8 @@ void HelpWindow::fillChapters()
     _chapters->setFrameShape(QFrame::NoFrame);
     for (const Guide::Chapter& chapter : _guide->guide().chapters()) {
         const bool first = chapter.level == FirstLevel;
-        auto* item = new QListWidgetItem((first ? QString() : QStringLiteral("    ")) +
-                                         chapter.title);
+        auto* item =
+            new QListWidgetItem((first ? QString() : QStringLiteral("    ")) + chapter.title);
         item->setData(Qt::UserRole, chapter.anchor);
         item->setData(Qt::AccessibleTextRole, chapter.title);
         QFont font = _chapters->font();

@@ -15,9 +15,9 @@ void FocusRing::draw(QPainter& painter, const QRect& bounds, const QPalette& pal
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
     // In the colours of the active window: only there is a focus.
-    painter.setPen(QPen(palette.color(QPalette::Active,
-                                      selected ? QPalette::HighlightedText : QPalette::Highlight),
-                        Width));
+    painter.setPen(QPen(
+        palette.color(QPalette::Active, selected ? QPalette::HighlightedText : QPalette::Highlight),
+        Width));
     const double inset = Width / 2 + (selected ? 1 : 0);
     painter.drawRoundedRect(QRectF(bounds).adjusted(inset, inset, -inset, -inset), Roundness,
                             Roundness);
