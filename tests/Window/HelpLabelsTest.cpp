@@ -99,7 +99,8 @@ TEST_F(HelpLabelsTest, EachShortcutThatTheGuideNamesIsOneOfTheMenu)
     const QString guide =
         QString::fromUtf8(Files::read(QStringLiteral(ZELL_SOURCES "/docs/help.md")));
     openOnPlayer();
-    QStringList keys = {"Ctrl+A", "Space", "Ctrl", "Shift", "Esc"}; // of lists and fields
+    QStringList keys = {"Ctrl+A", "Space",    "Ctrl",     "Shift", // of lists and fields,
+                        "Esc",    "Shift+F3", "Alt+Left", "F3"};   // and of the guide's window
     for (const auto* action : window().findChildren<QAction*>()) {
         for (const QKeySequence& sequence : action->shortcuts())
             keys.append(sequence.toString());
