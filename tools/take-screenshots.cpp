@@ -5,6 +5,7 @@
 #include "Export/Config.h"
 #include "Window/Appearance.h"
 #include "Window/DeviceBox.h"
+#include "Window/Help/HelpWindow.h"
 #include "Window/JobController.h"
 #include "Window/MainWindowController.h"
 #include "Window/SourceList.h"
@@ -134,6 +135,10 @@ void Photographer::takeAll()
     window().resize(PictureSize);
     _controller.start();
     take(QStringLiteral("empty"));
+    HelpWindow* help = HelpWindow::showFor(window());
+    help->search(QStringLiteral("playlist"));
+    grab(*help, QStringLiteral("help"));
+    help->close();
 
     SamplePlayer::write(_player);
     auto mount = PrivateMounts::Mount::bind(_player, _mountPoint);

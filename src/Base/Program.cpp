@@ -7,6 +7,11 @@ QString Program::briefName()
 
 QString Program::fullName()
 {
+    return QStringLiteral("Zell iPod/iPhone Transfer");
+}
+
+QString Program::serviceName()
+{
     return QStringLiteral("Zell iPod/iPhone to Mac Transfer");
 }
 
@@ -24,9 +29,4 @@ QString Program::notice()
 QString Program::supportAddress()
 {
     return QStringLiteral("support@zell.example");
-}
-
-QString Program::helpFileName()
-{
-    return QStringLiteral("guide");
 }

@@ -10,11 +10,11 @@ public:
     static QString briefName();
     /// Full product name: the window's title.
     static QString fullName();
+    /// The name that the service of new versions knows the program by.
+    static QString serviceName();
     static QString version();
     /// The line about rights in the about box.
     static QString notice();
     /// Where a person sends a crash report.
     static QString supportAddress();
-    /// Base name of the help document (a PDF) in the resources.
-    static QString helpFileName();
 };

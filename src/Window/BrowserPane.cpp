@@ -3,7 +3,9 @@
 #include "Window/TrackBrowser.h"
 #include "Window/Views/RowTableView.h"
 
+#include <QEvent>
 #include <QHeaderView>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace
@@ -90,10 +92,23 @@ void BrowserPane::albumChanged()
 void BrowserPane::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
+    placeColumns();
+}
+
+void BrowserPane::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange)
+        placeColumns();
+}
+
+void BrowserPane::placeColumns()
+{
     const int width = (this->width() - 2 * Gap) / int(_columns.size());
     int left = 0;
     for (const Column& column : _columns) {
-        column.scrollView->setGeometry(left, 0, width, height());
+        column.scrollView->setGeometry(
+            QStyle::visualRect(layoutDirection(), rect(), QRect(left, 0, width, height())));
         left += width + Gap;
     }
 }

@@ -32,6 +32,7 @@ Q_SIGNALS:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     struct Column {
@@ -42,6 +43,7 @@ private:
 
     Column makeColumn(const QString& level, const QString& title, const QString& scrollViewName,
                       const QString& tableName);
+    void placeColumns();
     void genreChanged();
     void artistChanged();
     void albumChanged();

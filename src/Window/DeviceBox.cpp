@@ -3,6 +3,7 @@
 #include "Base/PathName.h"
 #include "Device/Device.h"
 #include "Window/Icons.h"
+#include "Window/ShownText.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -17,7 +18,7 @@ constexpr int FewestLetters = 24;
 QString nameFor(Device& device)
 {
     const QString name = device.description();
-    return name.isEmpty() ? PathName::lastComponent(device.key()) : name;
+    return ShownText::of(name.isEmpty() ? PathName::lastComponent(device.key()) : name);
 }
 } // namespace
 

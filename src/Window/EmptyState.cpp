@@ -58,7 +58,7 @@ EmptyState::EmptyState(QWidget* parent)
            "Nothing is ever written to the device."));
     fitHeight(*heading);
     fitHeight(*text);
-    auto* help = new QPushButton(Icons::named(QStringLiteral("help")), tr("How to connect"));
+    auto* help = new QPushButton(Icons::named(QStringLiteral("help")), tr("How to &connect"));
     help->setObjectName(QStringLiteral("_btnHowToConnect"));
     connect(help, &QPushButton::clicked, this, &EmptyState::helpClicked);
 

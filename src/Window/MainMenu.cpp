@@ -3,6 +3,7 @@
 #include "Base/Program.h"
 #include "Export/Config.h"
 #include "Window/Icons.h"
+#include "Window/Mnemonics.h"
 
 #include <QAction>
 #include <QMainWindow>
@@ -72,40 +73,40 @@ QAction* MainMenu::make(Command command, const QString& text, const QString& ico
 void MainMenu::makeActions()
 {
     using C = Command;
-    make(C::exportOrStop, tr("Export"), QStringLiteral("start"));
-    make(C::stop, tr("Stop"), QStringLiteral("stop"));
-    make(C::play, tr("Play"), QStringLiteral("play"));
-    make(C::showReport, tr("Show Report of Last Export…"));
-    make(C::showPref, tr("Preferences…"), QStringLiteral("settings"))
+    make(C::exportOrStop, tr("&Export"), QStringLiteral("start"));
+    make(C::stop, tr("&Stop"), QStringLiteral("stop"));
+    make(C::play, tr("&Play"), QStringLiteral("play"));
+    make(C::showReport, tr("Show &Report of Last Export…"));
+    make(C::showPref, tr("Pre&ferences…"), QStringLiteral("settings"))
         ->setMenuRole(QAction::PreferencesRole);
-    make(C::find, tr("Find"), QStringLiteral("search"));
-    make(C::checkAll, tr("Check All"));
-    make(C::uncheckAll, tr("Uncheck All"));
-    make(C::checkSelected, tr("Check Selected"));
-    make(C::uncheckSelected, tr("Uncheck Selected"));
-    make(C::selectAll, tr("Select All Photos"));
-    make(C::invertSelection, tr("Invert Selection"));
-    make(C::clearSelection, tr("Clear Selection"));
-    make(C::exportCheckedTracks, tr("Export Checked Tracks"));
-    make(C::exportSelectedPhotos, tr("Export Selected Photos"));
-    make(C::exportSelectedPlaylist, tr("Export Selected Playlist"), QStringLiteral("playlist"));
-    make(C::exportSelectedPhotoAlbum, tr("Export Selected Photo Album"),
+    make(C::find, tr("&Find"), QStringLiteral("search"));
+    make(C::checkAll, tr("Check &All"));
+    make(C::uncheckAll, tr("&Uncheck All"));
+    make(C::checkSelected, tr("Check &Selected"));
+    make(C::uncheckSelected, tr("U&ncheck Selected"));
+    make(C::selectAll, tr("Select All P&hotos"));
+    make(C::invertSelection, tr("&Invert Selection"));
+    make(C::clearSelection, tr("C&lear Selection"));
+    make(C::exportCheckedTracks, tr("Export Checked &Tracks…"));
+    make(C::exportSelectedPhotos, tr("Export Selected Ph&otos"));
+    make(C::exportSelectedPlaylist, tr("Export Selected &Playlist…"), QStringLiteral("playlist"));
+    make(C::exportSelectedPhotoAlbum, tr("Export Selected Photo &Album"),
          QStringLiteral("photoalbum"));
-    make(C::exportEverything, tr("Export Everything"));
-    make(C::exportAllMedia, tr("Export All Media"));
-    make(C::exportAllMusic, tr("Export All Music"), QStringLiteral("music"));
-    make(C::exportAllMovies, tr("Export All Movies"), QStringLiteral("movies"));
-    make(C::exportAllTVShows, tr("Export All TV Shows"), QStringLiteral("tvshows"));
-    make(C::exportAllPodcasts, tr("Export All Podcasts"), QStringLiteral("podcasts"));
-    make(C::exportAllAudiobooks, tr("Export All Audiobooks"), QStringLiteral("audiobooks"));
-    make(C::exportAllRingtones, tr("Export All Ringtones"), QStringLiteral("ringtones"));
-    make(C::exportAllBooks, tr("Export All Books"), QStringLiteral("books"));
-    make(C::exportAllPlaylists, tr("Export All Playlists"), QStringLiteral("playlists"));
-    make(C::exportAllVoiceMemos, tr("Export All Voice Memos"), QStringLiteral("voicememos"));
-    make(C::exportAllCameraRoll, tr("Export Camera Roll"), QStringLiteral("cameraroll"));
-    make(C::exportAllPhotos, tr("Export All Photos"), QStringLiteral("photos"));
-    make(C::switchBrowser, tr("Hide Browser"));
-    make(C::openLog, tr("Open Log Folder"), QStringLiteral("folder"));
+    make(C::exportEverything, tr("E&xport Everything…"));
+    make(C::exportAllMedia, tr("Export All Me&dia…"));
+    make(C::exportAllMusic, tr("Export All &Music…"), QStringLiteral("music"));
+    make(C::exportAllMovies, tr("Export All Mo&vies…"), QStringLiteral("movies"));
+    make(C::exportAllTVShows, tr("Export All TV Sho&ws…"), QStringLiteral("tvshows"));
+    make(C::exportAllPodcasts, tr("Export All Podca&sts…"), QStringLiteral("podcasts"));
+    make(C::exportAllAudiobooks, tr("Export All A&udiobooks…"), QStringLiteral("audiobooks"));
+    make(C::exportAllRingtones, tr("Export All &Ringtones…"), QStringLiteral("ringtones"));
+    make(C::exportAllBooks, tr("Export All &Books…"), QStringLiteral("books"));
+    make(C::exportAllPlaylists, tr("Export All P&laylists…"), QStringLiteral("playlists"));
+    make(C::exportAllVoiceMemos, tr("Export All Voi&ce Memos…"), QStringLiteral("voicememos"));
+    make(C::exportAllCameraRoll, tr("&Export Camera Roll"), QStringLiteral("cameraroll"));
+    make(C::exportAllPhotos, tr("Export All P&hotos"), QStringLiteral("photos"));
+    make(C::switchBrowser, tr("Hide &Browser"));
+    make(C::openLog, tr("Open &Log Folder"), QStringLiteral("folder"));
 }
 
 void MainMenu::nameForTheDesktop()
@@ -117,13 +118,13 @@ void MainMenu::nameForTheDesktop()
         item->setObjectName(QString::fromLatin1(outlet));
         return item;
     };
-    makeNamed(Command::showAbout, tr("About %1").arg(name), "_miAbout", QStringLiteral("about"))
+    makeNamed(Command::showAbout, tr("&About %1").arg(name), "_miAbout", QStringLiteral("about"))
         ->setMenuRole(QAction::AboutRole);
-    makeNamed(Command::hide, tr("Hide %1").arg(name), "_miHide");
-    QAction* quit = makeNamed(Command::quit, tr("Quit %1").arg(name), "_miQuit");
+    makeNamed(Command::hide, tr("&Hide %1").arg(name), "_miHide");
+    QAction* quit = makeNamed(Command::quit, tr("&Quit %1").arg(name), "_miQuit");
     quit->setMenuRole(QAction::QuitRole);
     quit->setShortcut(QKeySequence(tr("Ctrl+Q")));
-    makeNamed(Command::help, tr("%1 Help").arg(name), "_miHelp", QStringLiteral("help"))
+    makeNamed(Command::help, tr("%1 &Help").arg(name), "_miHelp", QStringLiteral("help"))
         ->setShortcut(QKeySequence::HelpContents);
 }
 
@@ -163,13 +164,14 @@ void MainMenu::fill(QMenu& menu, std::initializer_list<std::initializer_list<Com
 
 QMenu* MainMenu::makeFolderMenu()
 {
-    auto* menu = new QMenu(tr("Open Export Folder"), &_window);
+    auto* menu = new QMenu(tr("&Open Export Folder"), &_window);
     menu->setIcon(Icons::named(QStringLiteral("folder")));
     for (int tag = 0; tag < int(Sections::Count); ++tag) {
         QAction* item = menu->addAction(Sections::folderName(Section(tag)));
         item->setData(tag);
         connect(item, &QAction::triggered, this, [this, tag] { Q_EMIT openBackupFolder(tag); });
     }
+    Mnemonics::complete(*menu);
     return menu;
 }
 
@@ -193,5 +195,5 @@ void MainMenu::validate()
     for (auto item = _actions.cbegin(); item != _actions.cend(); ++item)
         item.value()->setEnabled(MenuValidation::isEnabled(item.key(), state));
     action(Command::switchBrowser)->setText(MenuValidation::browserTitle(state));
-    action(Command::exportOrStop)->setText(state.exporting ? tr("Stop Export") : tr("Export"));
+    action(Command::exportOrStop)->setText(state.exporting ? tr("Stop &Export") : tr("&Export"));
 }

@@ -7,6 +7,7 @@
 #include "Window/Icons.h"
 #include "Window/PhotoGrid.h"
 #include "Window/ProblemLine.h"
+#include "Window/ScreenRoom.h"
 #include "Window/SourceList.h"
 #include "Window/StatusBar.h"
 #include "Window/TrackTable.h"
@@ -20,6 +21,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QSettings>
+#include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
 
@@ -79,8 +81,6 @@ MainWindow::MainWindow(TrackBrowser& browser)
     setObjectName(QStringLiteral("_window"));
     setWindowTitle(Program::fullName());
     setWindowIcon(Icons::named(QStringLiteral("zell-transfer")));
-    setMinimumSize(SmallestSize);
-    resize(UsualSize);
 
     auto* empty = new EmptyState;
     connect(empty, &EmptyState::helpClicked, this, &MainWindow::helpClicked);
@@ -99,11 +99,21 @@ MainWindow::MainWindow(TrackBrowser& browser)
     layout->addWidget(makeLine());
     layout->addWidget(_status);
     setCentralWidget(central);
+    fitToScreen();
+    showLibrary(false);
     showTracks();
     showBrowser(false);
 }
 
 MainWindow::~MainWindow() = default;
+
+void MainWindow::fitToScreen()
+{
+    // At a large scale the usual size is more than the screen has.
+    const QSize room = ScreenRoom::of(*this);
+    setMinimumSize(SmallestSize.boundedTo(room));
+    resize(UsualSize.boundedTo(room));
+}
 
 QWidget* MainWindow::makeHeader()
 {
@@ -113,6 +123,8 @@ QWidget* MainWindow::makeHeader()
     _sf->setClearButtonEnabled(true);
     _sf->addAction(Icons::named(QStringLiteral("search")), QLineEdit::LeadingPosition);
     _sf->setFixedWidth(SearchWidth);
+    auto* escape = new QShortcut(Qt::Key_Escape, _sf, _sf, &QLineEdit::clear);
+    escape->setContext(Qt::WidgetShortcut);
     auto* header = new QWidget;
     auto* layout = new QHBoxLayout(header);
     layout->setContentsMargins(12, 8, 12, 8);
@@ -164,7 +176,13 @@ void MainWindow::showPhotos()
 
 void MainWindow::showBrowser(bool show)
 {
+    // The splitter forgets where the divider was when what is above it goes.
+    const bool shown = _vBrowser->isVisibleTo(_svRight);
+    if (shown && !show)
+        _browserSplit = _svRight->saveState();
     _vBrowser->setVisible(show);
+    if (show && !shown)
+        _svRight->restoreState(_browserSplit);
     chainFocus(show);
 }
 
@@ -189,7 +207,8 @@ void MainWindow::restoreLayout()
     const QSettings settings = layoutStore();
     restoreGeometry(settings.value(FrameKey).toByteArray());
     _sv->restoreState(settings.value(SplitKey).toByteArray());
-    _svRight->restoreState(settings.value(BrowserSplitKey).toByteArray());
+    _browserSplit = settings.value(BrowserSplitKey).toByteArray();
+    _svRight->restoreState(_browserSplit);
     _tracks->tableView()->horizontalHeader()->restoreState(
         settings.value(ColumnsKey).toByteArray());
 }
@@ -199,9 +218,10 @@ void MainWindow::saveLayout()
     QSettings settings = layoutStore();
     settings.setValue(FrameKey, saveGeometry());
     settings.setValue(SplitKey, _sv->saveState());
-    // A collapsed browser must not be remembered as a divider at the top.
+    // A hidden browser must not be remembered as a divider at the top.
     if (_vBrowser->isVisibleTo(_svRight))
-        settings.setValue(BrowserSplitKey, _svRight->saveState());
+        _browserSplit = _svRight->saveState();
+    settings.setValue(BrowserSplitKey, _browserSplit);
     settings.setValue(ColumnsKey, _tracks->tableView()->horizontalHeader()->saveState());
 }
 

@@ -59,6 +59,7 @@ private:
     QWidget* makeHeader();
     QWidget* makeLibrary();
     void chainFocus(bool withBrowser);
+    void fitToScreen();
 
     DeviceBox* _devices;
     QLineEdit* _sf;
@@ -72,6 +73,7 @@ private:
     QSplitter* _svRight;
     QStackedWidget* _pages;
     QWidget* _library = nullptr;
+    QByteArray _browserSplit; ///< the divider below the browser, as it was when that last showed
     QWidget* _empty = nullptr;
     std::function<bool()> _mayClose;
 };

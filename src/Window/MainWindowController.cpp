@@ -20,7 +20,7 @@
 #include "Window/Dialogs/PreferencesWindow.h"
 #include "Window/Dialogs/ReportWindow.h"
 #include "Window/ExportCommands.h"
-#include "Window/HelpDocument.h"
+#include "Window/Help/HelpWindow.h"
 #include "Window/JobController.h"
 #include "Window/MainMenu.h"
 #include "Window/PhotoGrid.h"
@@ -161,7 +161,7 @@ void MainWindowController::wire()
     connect(&window.status(), &StatusBar::playClicked, this, [this] { _exports->play(); });
     connect(&window.status(), &StatusBar::failureLineClicked, this,
             &MainWindowController::showReport);
-    connect(&window, &MainWindow::helpClicked, this, &MainWindowController::help);
+    connect(&window, &MainWindow::helpClicked, this, [this] { HelpWindow::showFor(*_window); });
     connect(_jobs, &JobController::isExportChanged, this, &MainWindowController::refreshUI);
     connect(_jobs, &JobController::isExportChanged, this, &MainWindowController::showProblems);
     connect(_jobs, &JobController::reportWanted, this, &MainWindowController::showReport);
@@ -249,11 +249,9 @@ void MainWindowController::refreshUI()
 
 void MainWindowController::sourceChanged()
 {
-    {
-        const QSignalBlocker blocker(_window->searchField());
-        _window->searchField().clear();
-    }
     _trackBrowser.clear();
+    // Its signal must come, or the field would keep its cross; there is nothing to search now.
+    _window->searchField().clear();
     _window->browser().reload();
     _window->tracks().setTracks(nullptr);
     _menu->stateChanged();
@@ -450,7 +448,7 @@ void MainWindowController::perform(Command command)
         _window->close();
         break;
     case Command::help:
-        help();
+        HelpWindow::showFor(*_window);
         break;
     case Command::openLog:
         Workspace::revealInFileManager(Utility::logFolder());
@@ -483,15 +481,6 @@ void MainWindowController::openBackupFolder(int tag)
 {
     if (tag >= 0 && tag < int(Sections::Count))
         Workspace::revealInFileManager(Config::instance().existingFolder(Section(tag)));
-}
-
-void MainWindowController::help()
-{
-    const QString document = HelpDocument::path();
-    if (document.isEmpty() || !Workspace::openFile(document)) {
-        Alert::show(*_window, QStringLiteral("_alertHelp"), Program::briefName(),
-                    tr("The help document could not be opened."));
-    }
 }
 
 void MainWindowController::showReport()

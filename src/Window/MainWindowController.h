@@ -79,7 +79,6 @@ private:
     [[nodiscard]] const std::shared_ptr<Device>& currentDevice() const;
     [[nodiscard]] MenuState menuState();
 
-    void help();
     void showReport();
     bool mayClose();
     void askToStopAndQuit();

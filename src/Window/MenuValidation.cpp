@@ -63,6 +63,6 @@ bool MenuValidation::isEnabled(Command command, const MenuState& state)
 
 QString MenuValidation::browserTitle(const MenuState& state)
 {
-    return state.browserHidden ? QCoreApplication::translate("MenuValidation", "Show Browser")
-                               : QCoreApplication::translate("MenuValidation", "Hide Browser");
+    return state.browserHidden ? QCoreApplication::translate("MenuValidation", "Show &Browser")
+                               : QCoreApplication::translate("MenuValidation", "Hide &Browser");
 }

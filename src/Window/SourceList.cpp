@@ -47,9 +47,10 @@ public:
         const QString name = iconOf(index);
         if (name.isEmpty())
             return;
-        const QRect sign(option.rect.left(),
-                         option.rect.top() + (option.rect.height() - CategoryIconSize) / 2,
-                         CategoryIconSize, CategoryIconSize);
+        const QRect leftToRight(option.rect.left(),
+                                option.rect.top() + (option.rect.height() - CategoryIconSize) / 2,
+                                CategoryIconSize, CategoryIconSize);
+        const QRect sign = QStyle::visualRect(option.direction, option.rect, leftToRight);
         const bool selected = (option.state & QStyle::State_Selected) != 0;
         Icons::named(name).paint(painter, sign, Qt::AlignCenter,
                                  selected ? QIcon::Selected : QIcon::Normal);

@@ -2,6 +2,7 @@
 
 #include "Window/ExportButton.h"
 #include "Window/Icons.h"
+#include "Window/ShownText.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -75,7 +76,6 @@ StatusBar::StatusBar(QWidget* parent)
 QLayout* StatusBar::makeLines()
 {
     _tfInfo->setObjectName(QStringLiteral("_tfInfo"));
-    _tfInfo->setAccessibleName(tr("Status"));
     _tfInfo->setTextFormat(Qt::PlainText); // titles come from the device
     _tfInfo->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     _elsewhere->setObjectName(QStringLiteral("_tfElsewhere"));
@@ -90,8 +90,9 @@ QLayout* StatusBar::makeLines()
 
 void StatusBar::setInfo(const QString& text)
 {
-    _tfInfo->setText(text);
-    _tfInfo->setToolTip(text.toHtmlEscaped());
+    const QString shown = ShownText::of(text);
+    _tfInfo->setText(shown);
+    _tfInfo->setToolTip(shown.toHtmlEscaped());
 }
 
 QString StatusBar::info() const
@@ -101,8 +102,8 @@ QString StatusBar::info() const
 
 void StatusBar::setFailureLine(const QString& text)
 {
-    _failureLine->setText(text);
-    _failureLine->setAccessibleName(text);
+    _failureLine->setText(ShownText::of(text));
+    _failureLine->setAccessibleName(_failureLine->text());
     _failureLine->setToolTip(tr("Show what was not copied, and why"));
     _failureLine->setVisible(!text.isEmpty());
 }

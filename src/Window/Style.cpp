@@ -1,12 +1,16 @@
 #include "Window/Style.h"
 
+#include "Window/Views/FocusRing.h"
+#include "Window/Views/RowTableView.h"
 #include "Window/Views/SourceTreeView.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QStyleOptionSlider>
+#include <QTextEdit>
 
 #include <algorithm>
 
@@ -39,6 +43,12 @@ void drawHeaderSection(const QStyleOption& option, QPainter& painter)
     }
 }
 
+/// A text of several lines, which has no row or button to mark.
+bool isText(const QWidget* widget)
+{
+    return qobject_cast<const QTextEdit*>(widget) || qobject_cast<const QPlainTextEdit*>(widget);
+}
+
 /// The ground of the view that a scroll bar belongs to, which stands two parents above it.
 QPalette::ColorRole groundBeside(const QWidget* scrollBar)
 {
@@ -60,8 +70,10 @@ QRect thumb(const QStyleOptionSlider& bar)
     size = std::clamp(size, std::min(ShortestThumb, length), length);
     const int start = QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition,
                                                       length - size, bar.upsideDown);
-    return horizontal ? QRect(bar.rect.left() + start, bar.rect.top(), size, bar.rect.height())
-                      : QRect(bar.rect.left(), bar.rect.top() + start, bar.rect.width(), size);
+    if (!horizontal)
+        return {bar.rect.left(), bar.rect.top() + start, bar.rect.width(), size};
+    const QRect leftToRight(bar.rect.left() + start, bar.rect.top(), size, bar.rect.height());
+    return QStyle::visualRect(bar.direction, bar.rect, leftToRight);
 }
 } // namespace
 
@@ -123,18 +135,22 @@ QRect Style::subControlRect(ComplexControl control, const QStyleOptionComplex* o
         return QProxyStyle::subControlRect(control, option, part, widget);
     const QRect grip = thumb(*bar);
     const bool horizontal = bar->orientation == Qt::Horizontal;
+    const QRect before =
+        horizontal ? QRect(bar->rect.topLeft(), QPoint(grip.left() - 1, bar->rect.bottom()))
+                   : QRect(bar->rect.topLeft(), QPoint(bar->rect.right(), grip.top() - 1));
+    const QRect after =
+        horizontal ? QRect(QPoint(grip.right() + 1, bar->rect.top()), bar->rect.bottomRight())
+                   : QRect(QPoint(bar->rect.left(), grip.bottom() + 1), bar->rect.bottomRight());
+    const bool mirrored = horizontal && bar->direction == Qt::RightToLeft;
     switch (part) {
     case SC_ScrollBarGroove:
         return bar->rect;
     case SC_ScrollBarSlider:
         return grip;
     case SC_ScrollBarSubPage:
-        return horizontal ? QRect(bar->rect.topLeft(), QPoint(grip.left() - 1, bar->rect.bottom()))
-                          : QRect(bar->rect.topLeft(), QPoint(bar->rect.right(), grip.top() - 1));
+        return mirrored ? after : before;
     case SC_ScrollBarAddPage:
-        return horizontal
-                   ? QRect(QPoint(grip.right() + 1, bar->rect.top()), bar->rect.bottomRight())
-                   : QRect(QPoint(bar->rect.left(), grip.bottom() + 1), bar->rect.bottomRight());
+        return mirrored ? before : after;
     default:
         return {};
     }
@@ -148,6 +164,9 @@ void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex
         drawScrollBar(*bar, *painter, widget);
     else
         QProxyStyle::drawComplexControl(control, option, painter, widget);
+    // The style below draws it only after a Tab, and not for each kind of control.
+    if (control == CC_ComboBox && (option->state & State_HasFocus))
+        FocusRing::draw(*painter, option->rect.adjusted(2, 2, -2, -2), option->palette, false);
 }
 
 void Style::drawScrollBar(const QStyleOptionSlider& bar, QPainter& painter,
@@ -180,6 +199,12 @@ void Style::drawControl(ControlElement element, const QStyleOption* option, QPai
     } else {
         QProxyStyle::drawControl(element, option, painter, widget);
     }
+    if (!(option->state & State_HasFocus))
+        return;
+    if (element == CE_PushButton)
+        FocusRing::draw(*painter, option->rect.adjusted(2, 2, -2, -2), option->palette, false);
+    else if (element == CE_ShapedFrame && isText(widget))
+        FocusRing::draw(*painter, option->rect, option->palette, false);
 }
 
 void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
@@ -189,6 +214,14 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
     const bool ground = element == PE_PanelItemViewRow || element == PE_PanelItemViewItem;
     if (ground && qobject_cast<const SourceTreeView*>(widget))
         return;
+    if (element == PE_FrameFocusRect) {
+        // Lists of rows draw it around the whole row.
+        if (!qobject_cast<const RowTableView*>(widget) &&
+            !qobject_cast<const SourceTreeView*>(widget))
+            FocusRing::draw(*painter, option->rect, option->palette,
+                            (option->state & State_Selected) != 0);
+        return;
+    }
     if (element == PE_PanelScrollAreaCorner)
         painter->fillRect(option->rect, option->palette.base());
     else

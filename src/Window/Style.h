@@ -5,8 +5,8 @@
 class QStyleOptionSlider;
 
 /// The look of the window where the desktop brings none of its own: Fusion with slim scroll bars,
-/// flat headers, room around texts, and a soft selection in the source list. All colours are the
-/// palette's.
+/// flat headers, room around texts, a soft selection in the source list, and a ring around what has
+/// the keyboard. All colours are the palette's.
 class Style final : public QProxyStyle
 {
     Q_OBJECT

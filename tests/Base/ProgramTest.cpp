@@ -8,8 +8,7 @@
 TEST(ProgramTest, NamesItself)
 {
     EXPECT_EQ(Program::briefName(), "Zell iPod iPhone Transfer");
-    EXPECT_EQ(Program::fullName(), "Zell iPod/iPhone to Mac Transfer");
-    EXPECT_EQ(Program::helpFileName(), "guide");
+    EXPECT_EQ(Program::fullName(), "Zell iPod/iPhone Transfer");
 }
 
 TEST(ProgramTest, HasTheVersionOfTheBuildAndOfThePapersThatComeWithIt)

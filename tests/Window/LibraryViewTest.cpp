@@ -2,10 +2,16 @@
 
 #include "support/WindowFixture.h"
 
+#include <QAccessible>
+#include <QAction>
 #include <QSplitter>
+
+#include <algorithm>
 
 namespace
 {
+const QString ClearAction = "_q_qlineeditclearaction"; ///< as the toolkit names it
+
 class LibraryViewTest : public WindowFixture
 {
 protected:
@@ -166,7 +172,7 @@ TEST_F(LibraryViewTest, TheBrowserIsSwitchedAndRemembered)
     EXPECT_TRUE(waitUntil([this] { return !window().browser().isVisible(); }));
     EXPECT_TRUE(Config().hideBrowser());
     controller->menu().validate();
-    EXPECT_EQ(controller->menu().action(Command::switchBrowser)->text(), "Show Browser");
+    EXPECT_EQ(controller->menu().action(Command::switchBrowser)->text(), "Show &Browser");
     Hands::key("ctrl+b");
     EXPECT_TRUE(waitUntil([this] { return window().browser().isVisible(); }));
     EXPECT_FALSE(Config().hideBrowser());
@@ -213,10 +219,108 @@ TEST_F(LibraryViewTest, PlayAsksForATrackWhenNoneIsSelected)
 
 TEST_F(LibraryViewTest, EveryControlHasANameForAScreenReader)
 {
-    for (const char* name :
-         {"_cmbDevices", "_sf", "_outlineView", "_tvGenre", "_tvArtist", "_tvAlbum", "_tableView",
-          "_cv", "_btnExport", "_btnPlay", "_li", "_tfInfo"})
+    for (const char* name : {"_cmbDevices", "_sf", "_outlineView", "_tvGenre", "_tvArtist",
+                             "_tvAlbum", "_tableView", "_cv", "_btnExport", "_btnPlay", "_li"})
         EXPECT_FALSE(part<QWidget>(name)->accessibleName().isEmpty()) << name;
+}
+
+TEST_F(LibraryViewTest, AScreenReaderReadsTheStatusLineItself)
+{
+    window().status().setInfo("Exporting Road");
+    QAccessibleInterface* line = QAccessible::queryAccessibleInterface(part<QWidget>("_tfInfo"));
+    EXPECT_EQ(line->text(QAccessible::Name), "Exporting Road");
+}
+
+TEST_F(LibraryViewTest, AScreenReaderReadsWhatIsCheckedAndWhetherItIs)
+{
+    QAccessibleInterface* rows = QAccessible::queryAccessibleInterface(table());
+    ASSERT_TRUE(rows && rows->tableInterface());
+    const auto box = [&] { return rows->tableInterface()->cellAt(0, TrackTableModel::Check); };
+    EXPECT_TRUE(box()->text(QAccessible::Name).contains("Love Song"));
+    EXPECT_TRUE(box()->state().checkable);
+    EXPECT_FALSE(box()->state().checked);
+    controller->perform(Command::checkAll);
+    EXPECT_TRUE(box()->state().checked);
+}
+
+TEST_F(LibraryViewTest, AChoiceCannotBeTakenAway)
+{
+    QTableView* genres = window().browser().genreView();
+    auto* sources = window().sources().outlineView();
+    Hands::hold("ctrl");
+    clickRow(genres, 0);
+    Hands::clickCell(sources, source("Music"));
+    EXPECT_TRUE(genres->selectionModel()->isRowSelected(0));
+    EXPECT_TRUE(sources->selectionModel()->isSelected(source("Music")));
+    clickRow(genres, 3);
+    Hands::letGo("ctrl");
+    EXPECT_TRUE(waitUntil([this] { return titles() == QStringList("Road"); }))
+        << "another is a choice as ever";
+    Hands::key("ctrl+space");
+    EXPECT_TRUE(genres->selectionModel()->isRowSelected(3));
+}
+
+TEST_F(LibraryViewTest, EscapeInTheSearchFieldClearsTheSearch)
+{
+    Hands::key("ctrl+f");
+    Hands::type("road");
+    ASSERT_TRUE(waitUntil([this] { return titles() == QStringList("Road"); }));
+    Hands::key("Escape");
+    EXPECT_TRUE(waitUntil([this] { return titles().size() == 3; }));
+    EXPECT_EQ(window().searchField().text(), "");
+}
+
+TEST_F(LibraryViewTest, ACrossStandsInTheSearchFieldOnlyBesideAText)
+{
+    const auto hasCross = [this] {
+        // It fades in and out.
+        const auto buttons = window().searchField().findChildren<QToolButton*>();
+        return std::any_of(buttons.begin(), buttons.end(), [](const QToolButton* button) {
+            const bool isCross =
+                button->defaultAction() && button->defaultAction()->objectName() == ClearAction;
+            return isCross && button->isVisible() && button->property("opacity").toReal() > 0;
+        });
+    };
+    window().searchField().setText("road");
+    ASSERT_TRUE(waitUntil([&] { return hasCross(); }));
+    choose("Evening");
+    EXPECT_TRUE(waitUntil([&] { return !hasCross(); }));
+}
+
+TEST_F(LibraryViewTest, WithoutADeviceThereIsNothingToSearch)
+{
+    EXPECT_TRUE(window().searchField().isEnabled());
+    player.reset();
+    ASSERT_TRUE(waitUntil([this] { return devices().isEmpty(); }));
+    EXPECT_FALSE(window().searchField().isEnabled());
+    controller.reset();
+    open();
+    EXPECT_FALSE(window().searchField().isEnabled()) << "from the start on";
+}
+
+TEST_F(LibraryViewTest, TheDividerBelowTheBrowserIsRememberedWhileTheBrowserIsHidden)
+{
+    auto* divider = part<QSplitter>("_svRight");
+    const auto height = [this] { return window().browser().height(); };
+    const auto start = [&] {
+        window().close();
+        controller.reset();
+        open();
+        ASSERT_TRUE(waitUntil([this] { return titles().size() == 3; }));
+    };
+    divider->setSizes({250, 250});
+    const int set = height();
+    choose("Evening"); // has no browser
+    start();
+    EXPECT_EQ(height(), set) << "hidden by the list that was shown";
+    controller->perform(Command::switchBrowser);
+    start();
+    EXPECT_FALSE(window().browser().isVisible());
+    controller->perform(Command::switchBrowser);
+    EXPECT_EQ(height(), set) << "hidden by the command";
+    choose("Evening");
+    choose("Music");
+    EXPECT_EQ(height(), set) << "hidden for a moment";
 }
 
 TEST_F(LibraryViewTest, MenusAreValidatedWhenTheyOpen)

@@ -20,7 +20,7 @@ TEST_F(MainWindowTest, SaysWhatToDoWithoutADevice)
     EXPECT_FALSE(part<QPushButton>("_btnExport")->isEnabled());
     EXPECT_FALSE(part<QPushButton>("_btnPlay")->isEnabled());
     EXPECT_EQ(info(), "");
-    EXPECT_EQ(window().windowTitle(), "Zell iPod/iPhone to Mac Transfer");
+    EXPECT_EQ(window().windowTitle(), "Zell iPod/iPhone Transfer");
 }
 
 TEST_F(MainWindowTest, ExportsCheckedTracksFromTheChooserToTheFolder)

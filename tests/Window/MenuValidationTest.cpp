@@ -136,7 +136,7 @@ TEST(MenuValidationTest, PlayingNeedsADeviceAndNoJob)
 TEST(MenuValidationTest, TheBrowserItemSaysWhatItWillDo)
 {
     MenuState state;
-    EXPECT_EQ(MenuValidation::browserTitle(state), "Hide Browser");
+    EXPECT_EQ(MenuValidation::browserTitle(state), "Hide &Browser");
     state.browserHidden = true;
-    EXPECT_EQ(MenuValidation::browserTitle(state), "Show Browser");
+    EXPECT_EQ(MenuValidation::browserTitle(state), "Show &Browser");
 }

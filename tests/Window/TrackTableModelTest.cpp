@@ -5,9 +5,11 @@
 
 #include <QAbstractItemModelTester>
 #include <QPersistentModelIndex>
+#include <QSignalSpy>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <deque>
 
 namespace
@@ -109,4 +111,25 @@ TEST_F(TrackTableModelTest, ShowsNothingForNoTracks)
     EXPECT_EQ(model.rowCount(), 0);
     model.setAllChecked(true);
     EXPECT_FALSE(tracks[0]->checked);
+}
+
+TEST_F(TrackTableModelTest, AnnouncesTheMarkOfEachRowInWhichATrackStands)
+{
+    model.setTracks(std::make_shared<const std::vector<Track*>>(
+        std::vector<Track*>{tracks[0], tracks[1], tracks[0]}));
+    QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
+    const auto isAnnounced = [&](int row) {
+        return std::any_of(changes.begin(), changes.end(), [row](const QList<QVariant>& change) {
+            return change[0].toModelIndex().row() <= row && row <= change[1].toModelIndex().row();
+        });
+    };
+    model.setData(model.index(0, Model::Check), Qt::Checked, Qt::CheckStateRole);
+    EXPECT_TRUE(isAnnounced(0) && isAnnounced(2));
+    changes.clear();
+    model.setChecked({2}, false);
+    EXPECT_TRUE(isAnnounced(0) && isAnnounced(2));
+    changes.clear();
+    model.setTracks(std::make_shared<const std::vector<Track*>>(tracks));
+    model.setChecked({2}, true);
+    EXPECT_TRUE(!isAnnounced(0) && isAnnounced(2)) << "no row more than needed";
 }

@@ -1,5 +1,7 @@
 #include "Window/Crash/CrashWindow.h"
 
+#include "Window/ScreenRoom.h"
+
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -40,7 +42,7 @@ CrashWindow::CrashWindow(QWidget* parent, const QString& text)
     // The report's lines end in carriage returns, which are no lines to a text field.
     report->setPlainText(QString(text).replace(u'\r', u'\n'));
     auto* buttons = new QDialogButtonBox;
-    QPushButton* ok = buttons->addButton(tr("OK"), QDialogButtonBox::AcceptRole);
+    QPushButton* ok = buttons->addButton(tr("&OK"), QDialogButtonBox::AcceptRole);
     ok->setDefault(true);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
 
@@ -49,7 +51,7 @@ CrashWindow::CrashWindow(QWidget* parent, const QString& text)
     layout->addWidget(report);
     layout->addWidget(buttons);
     ok->setFocus();
-    resize(UsualSize);
+    resize(UsualSize.boundedTo(ScreenRoom::of(*this)));
 }
 
 void CrashWindow::show(const QString& text)

@@ -29,7 +29,7 @@ void setSmall(QLabel& label)
 } // namespace
 
 AboutWindow::AboutWindow(QWidget* parent)
-    : QDialog(parent)
+    : ScrollingDialog(parent)
     , _ivLogo(makeLabel(QStringLiteral("_ivLogo")))
     , _tfProduct(makeLabel(QStringLiteral("_tfProduct")))
     , _tfVersion(makeLabel(QStringLiteral("_tfVersion")))
@@ -44,10 +44,12 @@ AboutWindow::AboutWindow(QWidget* parent)
     _ivLogo->setAccessibleName(tr("Logo"));
     _tfBrand->setVisible(false);
 
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
+    auto* buttons = new QDialogButtonBox;
+    buttons->addButton(tr("&OK"), QDialogButtonBox::AcceptRole);
     connect(buttons, &QDialogButtonBox::accepted, this, &AboutWindow::endAbout);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(24, 24, 24, 16);
+    auto* content = new QWidget;
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(24, 24, 24, 8);
     layout->setSpacing(8);
     layout->addWidget(_ivLogo);
     layout->addSpacing(8);
@@ -55,9 +57,9 @@ AboutWindow::AboutWindow(QWidget* parent)
     layout->addWidget(_tfVersion);
     layout->addWidget(_tfBrand);
     layout->addWidget(_tfCopyright);
-    layout->addSpacing(8);
-    layout->addWidget(buttons);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
+    layout->addStretch();
+    buttons->setContentsMargins(24, 8, 24, 16);
+    setParts(content, buttons);
 }
 
 void AboutWindow::showAbout()
@@ -68,7 +70,7 @@ void AboutWindow::showAbout()
     bold.setBold(true);
     _tfProduct->setFont(bold);
     _tfProduct->setText(Program::fullName());
-    _tfVersion->setText(QStringLiteral("Version ") + Program::version());
+    _tfVersion->setText(tr("Version %1").arg(Program::version()));
     setSmall(*_tfVersion);
     _tfCopyright->setText(Program::notice());
     setSmall(*_tfCopyright);

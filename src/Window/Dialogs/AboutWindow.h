@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QDialog>
+#include "Window/Dialogs/ScrollingDialog.h"
 
 class QLabel;
 
 /// What the program is, and which version.
-class AboutWindow final : public QDialog
+class AboutWindow final : public ScrollingDialog
 {
     Q_OBJECT
 public:

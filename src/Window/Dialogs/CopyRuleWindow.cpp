@@ -10,7 +10,7 @@
 #include <QVBoxLayout>
 
 CopyRuleWindow::CopyRuleWindow(QWidget* parent)
-    : QDialog(parent)
+    : ScrollingDialog(parent)
     , _tfCopyRule(new WrappedLabel)
     , _mCopyRule1(new RadioMatrix({tr("&Keep both: give the new file a numbered name"),
                                    tr("&Overwrite the file that is there"), tr("&Skip this item")}))
@@ -26,20 +26,22 @@ CopyRuleWindow::CopyRuleWindow(QWidget* parent)
     _btnAskLater->setObjectName(QStringLiteral("_btnAskLater"));
 
     auto* buttons = new QDialogButtonBox;
-    QPushButton* goOn = buttons->addButton(tr("Continue"), QDialogButtonBox::AcceptRole);
+    QPushButton* goOn = buttons->addButton(tr("&Continue"), QDialogButtonBox::AcceptRole);
     goOn->setDefault(true);
-    buttons->addButton(tr("Cancel Export"), QDialogButtonBox::RejectRole);
+    buttons->addButton(tr("C&ancel Export"), QDialogButtonBox::RejectRole);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(20, 20, 20, 16);
+    auto* content = new QWidget;
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(20, 20, 20, 8);
     layout->setSpacing(14);
     layout->addWidget(_tfCopyRule);
     layout->addWidget(_mCopyRule1);
     layout->addWidget(_btnAskLater);
     layout->addStretch();
-    layout->addWidget(buttons);
+    buttons->setContentsMargins(20, 6, 20, 16);
+    setParts(content, buttons);
 }
 
 void CopyRuleWindow::ask(const QString& path, int rule,

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "Export/ClashRule.h"
-
-#include <QDialog>
+#include "Window/Dialogs/ScrollingDialog.h"
 
 #include <functional>
 #include <optional>
@@ -12,7 +11,7 @@ class QLabel;
 class RadioMatrix;
 
 /// Asks what to do about a file that exists already.
-class CopyRuleWindow final : public QDialog
+class CopyRuleWindow final : public ScrollingDialog
 {
     Q_OBJECT
 public:

@@ -16,7 +16,7 @@ constexpr int FoldersAndMusicApplication = 1; ///< the row
 }
 
 ExportModeWindow::ExportModeWindow(bool handsOver, QWidget* parent)
-    : QDialog(parent)
+    : ScrollingDialog(parent)
     , _mExportMode(new RadioMatrix(
           {tr("To &folders only"), tr("To folders, and add to the &music application")}))
     , _handsOver(handsOver)
@@ -37,18 +37,20 @@ ExportModeWindow::ExportModeWindow(bool handsOver, QWidget* parent)
     question->setFont(bold);
 
     auto* buttons = new QDialogButtonBox;
-    buttons->addButton(tr("Export"), QDialogButtonBox::AcceptRole)->setDefault(true);
-    buttons->addButton(QDialogButtonBox::Cancel);
+    buttons->addButton(tr("&Export"), QDialogButtonBox::AcceptRole)->setDefault(true);
+    buttons->addButton(tr("&Cancel"), QDialogButtonBox::RejectRole);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(20, 20, 20, 16);
+    auto* content = new QWidget;
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(20, 20, 20, 8);
     layout->setSpacing(14);
     layout->addWidget(question);
     layout->addWidget(_mExportMode);
     layout->addStretch();
-    layout->addWidget(buttons);
+    buttons->setContentsMargins(20, 6, 20, 16);
+    setParts(content, buttons);
 }
 
 void ExportModeWindow::showMusicApplication(const QString& name)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDialog>
+#include "Window/Dialogs/ScrollingDialog.h"
 
 #include <functional>
 #include <optional>
@@ -8,7 +8,7 @@
 class RadioMatrix;
 
 /// Asks before a media export whether the files also go to the music application.
-class ExportModeWindow final : public QDialog
+class ExportModeWindow final : public ScrollingDialog
 {
     Q_OBJECT
 public:

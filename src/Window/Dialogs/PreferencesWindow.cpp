@@ -30,7 +30,7 @@ constexpr std::array<const char*, Sections::Count> FieldNames = {
 } // namespace
 
 PreferencesWindow::PreferencesWindow(Config& config, bool canCheckVersion, QWidget* parent)
-    : QDialog(parent)
+    : ScrollingDialog(parent)
     , _config(config)
     , _mCopyRule(new RadioMatrix({tr("&Ask each time"), tr("&Keep both, under a numbered name"),
                                   tr("&Overwrite the file that is there"), tr("&Skip the item")}))
@@ -78,22 +78,25 @@ PreferencesWindow::PreferencesWindow(Config& config, bool canCheckVersion, QWidg
     setUpSwitch(canCheckVersion);
 
     auto* buttons = new QDialogButtonBox;
-    _done = buttons->addButton(tr("Done"), QDialogButtonBox::AcceptRole);
+    _done = buttons->addButton(tr("&Done"), QDialogButtonBox::AcceptRole);
     _done->setDefault(true);
-    buttons->addButton(QDialogButtonBox::Cancel);
+    buttons->addButton(tr("&Cancel"), QDialogButtonBox::RejectRole);
     connect(buttons, &QDialogButtonBox::accepted, this, &PreferencesWindow::endPref);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
-    auto* foot = new QHBoxLayout;
-    foot->addWidget(_hint, 1);
-    foot->addWidget(buttons);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(16, 16, 16, 12);
+    auto* foot = new QWidget;
+    auto* row = new QHBoxLayout(foot);
+    row->setContentsMargins(16, 4, 16, 12);
+    row->addWidget(_hint, 1);
+    row->addWidget(buttons);
+    auto* content = new QWidget;
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(16, 16, 16, 8);
     layout->setSpacing(12);
     layout->addWidget(folders);
     layout->addWidget(rule);
     layout->addWidget(_btnCheckVersion);
-    layout->addLayout(foot);
+    setParts(content, foot);
 }
 
 void PreferencesWindow::setUpSwitch(bool canCheckVersion)

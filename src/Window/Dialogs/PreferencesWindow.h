@@ -1,8 +1,7 @@
 #pragma once
 
 #include "Export/Config.h"
-
-#include <QDialog>
+#include "Window/Dialogs/ScrollingDialog.h"
 
 #include <array>
 
@@ -14,7 +13,7 @@ class RadioMatrix;
 
 /// The preferences: a destination folder for each category, the rule for name clashes, and
 /// whether to look for new versions.
-class PreferencesWindow final : public QDialog
+class PreferencesWindow final : public ScrollingDialog
 {
     Q_OBJECT
 public:

@@ -3,6 +3,7 @@
 #include "Window/Dialogs/Alert.h"
 #include "Window/FinishedExport.h"
 #include "Window/ProblemLine.h"
+#include "Window/ScreenRoom.h"
 #include "Window/Views/RowTableView.h"
 
 #include <QCheckBox>
@@ -37,7 +38,9 @@ ReportWindow::ReportWindow(std::shared_ptr<const FinishedExport> ended, QWidget*
     for (const ReaderProblem& one : _ended->problems)
         list.push_back(one.problem);
     problems->setProblems(std::move(list));
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close | QDialogButtonBox::Save);
+    auto* buttons = new QDialogButtonBox;
+    buttons->addButton(tr("&Close"), QDialogButtonBox::RejectRole);
+    buttons->addButton(tr("&Save…"), QDialogButtonBox::AcceptRole);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(buttons, &QDialogButtonBox::accepted, this, &ReportWindow::save);
     auto* layout = new QVBoxLayout(this);
@@ -45,7 +48,7 @@ ReportWindow::ReportWindow(std::shared_ptr<const FinishedExport> ended, QWidget*
     layout->addLayout(makeHead());
     layout->addWidget(makeTable());
     layout->addWidget(buttons);
-    resize(UsualSize);
+    resize(UsualSize.boundedTo(ScreenRoom::of(*this)));
 }
 
 QLayout* ReportWindow::makeHead()

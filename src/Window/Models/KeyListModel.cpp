@@ -1,6 +1,7 @@
 #include "Window/Models/KeyListModel.h"
 
 #include "Base/StarOrder.h"
+#include "Window/ShownText.h"
 
 KeyListModel::KeyListModel(const QString& level, QObject* parent)
     : QAbstractListModel(parent)
@@ -27,7 +28,7 @@ QVariant KeyListModel::data(const QModelIndex& index, int role) const
     const QString& key = _keys.at(index.row());
     if (key == StarOrder::Star)
         return all(int(_keys.size()) - 1);
-    return key;
+    return ShownText::of(key);
 }
 
 QVariant KeyListModel::headerData(int section, Qt::Orientation orientation, int role) const

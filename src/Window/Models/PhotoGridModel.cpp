@@ -2,6 +2,7 @@
 
 #include "Base/PathName.h"
 #include "Device/Photo.h"
+#include "Window/ShownText.h"
 
 #include <QTextDocument>
 
@@ -9,17 +10,6 @@
 
 namespace
 {
-constexpr qsizetype LongestCaption = 256;
-
-/// A name from a device can have any length. Nobody sees the middle of a long one, and finding out
-/// how much room it needs would take seconds.
-QString shortened(const QString& name)
-{
-    constexpr qsizetype Half = LongestCaption / 2;
-    return name.size() <= LongestCaption ? name
-                                         : name.first(Half) + QChar(0x2026) + name.last(Half);
-}
-
 /// What people know a picture by: its title, else its file name, else its number.
 QString nameOf(const Photo& photo)
 {
@@ -47,14 +37,14 @@ QString screenSize(const Photo& photo)
 QString caption(const Photo& photo)
 {
     const QString size = screenSize(photo);
-    const QString name = shortened(nameOf(photo));
+    const QString name = ShownText::of(nameOf(photo));
     return size.isNull() ? name : PhotoGridModel::tr("%1 (%2)").arg(name, size);
 }
 
 QString toolTip(const Photo& photo)
 {
     const QString size = screenSize(photo);
-    const QString name = shortened(nameOf(photo));
+    const QString name = ShownText::of(nameOf(photo));
     return size.isNull()
                ? name
                : PhotoGridModel::tr("%1\nThe device holds only a copy for its screen, %2 pixels.")

@@ -1,5 +1,7 @@
 #include "Window/Models/ReportModel.h"
 
+#include "Window/ShownText.h"
+
 #include <array>
 
 namespace
@@ -64,15 +66,15 @@ QVariant ReportModel::data(const QModelIndex& index, int role) const
     const ExportItem& item = _items[_rows[std::size_t(index.row())]];
     switch (index.column()) {
     case Item:
-        return item.title.isEmpty() ? item.from : item.title;
+        return ShownText::of(item.title.isEmpty() ? item.from : item.title);
     case Outcome:
         return outcome(item.result);
     case Why:
-        return item.why;
+        return ShownText::of(item.why);
     case From:
-        return item.from;
+        return ShownText::of(item.from);
     default:
-        return item.to;
+        return ShownText::of(item.to);
     }
 }
 

@@ -6,6 +6,7 @@
 #include "Device/SectionItems.h"
 #include "Device/Track.h"
 #include "Device/TrackDb.h"
+#include "Window/ShownText.h"
 
 #include <QTextDocument>
 
@@ -250,8 +251,8 @@ QVariant SourceListModel::data(const QModelIndex& index, int role) const
 QString SourceListModel::label(const QModelIndex& index) const
 {
     if (const Playlist* list = playlist(index))
-        return withCount(list->name, list->tracks.size());
+        return withCount(ShownText::of(list->name), list->tracks.size());
     if (const Album* pictures = album(index))
-        return withCount(pictures->name, pictures->photos.size());
+        return withCount(ShownText::of(pictures->name), pictures->photos.size());
     return _rows.top[std::size_t(index.row())].label;
 }

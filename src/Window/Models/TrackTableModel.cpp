@@ -2,6 +2,9 @@
 
 #include "Base/Utility.h"
 #include "Device/Track.h"
+#include "Window/ShownText.h"
+
+#include <QSet>
 
 #include <algorithm>
 #include <array>
@@ -45,6 +48,7 @@ void TrackTableModel::setTracks(const TrackBrowser::Tracks& tracks)
     beginResetModel();
     _tracks = tracks;
     sortRows();
+    _repeats = QSet<const Track*>(_rows.begin(), _rows.end()).size() < qsizetype(_rows.size());
     endResetModel();
 }
 
@@ -69,7 +73,7 @@ void TrackTableModel::setChecked(const std::vector<int>& rows, bool checked)
     }
     // One word for all: a view answers each with a look at its rows.
     if (last >= 0)
-        Q_EMIT dataChanged(index(first, Check), index(last, Check), {Qt::CheckStateRole});
+        marksChanged(first, last);
 }
 
 void TrackTableModel::setAllChecked(bool checked)
@@ -78,7 +82,14 @@ void TrackTableModel::setAllChecked(bool checked)
         return;
     for (Track* track : _rows)
         track->checked = checked;
-    Q_EMIT dataChanged(index(0, Check), index(rowCount() - 1, Check), {Qt::CheckStateRole});
+    marksChanged(0, rowCount() - 1);
+}
+
+void TrackTableModel::marksChanged(int first, int last)
+{
+    const int begin = _repeats ? 0 : first;
+    const int end = _repeats ? rowCount() - 1 : last;
+    Q_EMIT dataChanged(index(begin, Check), index(end, Check), {Qt::CheckStateRole});
 }
 
 int TrackTableModel::rowCount(const QModelIndex& parent) const
@@ -100,6 +111,8 @@ QVariant TrackTableModel::data(const QModelIndex& index, int role) const
         return QVariant::fromValue(track);
     if (role == Qt::CheckStateRole && index.column() == Check)
         return track->checked ? Qt::Checked : Qt::Unchecked;
+    if (role == Qt::AccessibleTextRole && index.column() == Check)
+        return tr("Check mark of %1").arg(ShownText::of(track->title));
     if (role == Qt::TextAlignmentRole && index.column() == Duration)
         return int(Qt::AlignRight | Qt::AlignVCenter);
     if (role != Qt::DisplayRole)
@@ -107,7 +120,7 @@ QVariant TrackTableModel::data(const QModelIndex& index, int role) const
     if (index.column() == Duration)
         return Utility::intervalToString(track->duration);
     const QString* text = textOf(*track, index.column());
-    return text ? QVariant(*text) : QVariant();
+    return text ? QVariant(ShownText::of(*text)) : QVariant();
 }
 
 bool TrackTableModel::setData(const QModelIndex& index, const QVariant& value, int role)
@@ -116,12 +129,14 @@ bool TrackTableModel::setData(const QModelIndex& index, const QVariant& value, i
         role != Qt::CheckStateRole)
         return false;
     _rows[std::size_t(index.row())]->checked = value.toInt() == Qt::Checked;
-    Q_EMIT dataChanged(index, index, {Qt::CheckStateRole});
+    marksChanged(index.row(), index.row());
     return true;
 }
 
 QVariant TrackTableModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
+    if (role == Qt::AccessibleTextRole && orientation == Qt::Horizontal && section == Check)
+        return tr("Check mark");
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 ||
         section >= ColumnCount)
         return {};

@@ -36,9 +36,12 @@ public:
 
 private:
     void sortRows();
+    /// Says that the marks of these rows changed, and of the others in which their tracks stand.
+    void marksChanged(int first, int last);
 
     TrackBrowser::Tracks _tracks;
     std::vector<Track*> _rows;
+    bool _repeats = false; ///< some track stands in two rows, as it may in a playlist
     int _sortColumn = -1;
     Qt::SortOrder _sortOrder = Qt::AscendingOrder;
 };

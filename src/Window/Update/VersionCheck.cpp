@@ -31,7 +31,7 @@ void VersionCheck::checkVersion(const std::stop_token& stop, const UpdateAddress
     const QString ipAddress = Host::currentIP4Address();
     const QString computerName = Host::computerName();
     const VersionService service(addresses, WebCall(stop));
-    const QString version = service.getVersion(Program::fullName(), Program::version(),
+    const QString version = service.getVersion(Program::serviceName(), Program::version(),
                                                computerName, VersionType, ipAddress);
     if (version.isNull() || !isNewer(version, Program::version()))
         return;

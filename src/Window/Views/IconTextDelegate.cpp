@@ -72,10 +72,14 @@ void IconTextDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     // The background goes through the whole row, image and all.
     style->drawPrimitive(QStyle::PE_PanelItemViewItem, &cell, painter, cell.widget);
 
+    // Reckoned from left to right, and mirrored in the row at the end.
+    const auto mirrored = [&option](const QRect& rect) {
+        return QStyle::visualRect(option.direction, option.rect, rect);
+    };
     const QRect bounds = cellRect(option.rect, index);
     if (!_image.isNull()) {
         const bool selected = (option.state & QStyle::State_Selected) != 0;
-        _image.paint(painter, imageRectForBounds(bounds), Qt::AlignCenter,
+        _image.paint(painter, mirrored(imageRectForBounds(bounds)), Qt::AlignCenter,
                      selected ? QIcon::Selected : QIcon::Normal);
     }
     cell.rect = remainder(bounds);
@@ -87,8 +91,10 @@ void IconTextDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     painter->save();
     painter->setFont(cell.font);
     painter->setPen(cell.palette.color(group, textRole));
-    const QRect textRect = cell.rect.adjusted(GapBeforeImage, 0, -GapBeforeImage, 0);
-    painter->drawText(textRect, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+    const QRect textRect = mirrored(cell.rect.adjusted(GapBeforeImage, 0, -GapBeforeImage, 0));
+    // To the side where the image is, whatever letters the name has.
+    const auto side = QStyle::visualAlignment(option.direction, Qt::AlignLeft) | Qt::AlignAbsolute;
+    painter->drawText(textRect, int(Qt::AlignVCenter | side) | int(Qt::TextSingleLine),
                       cell.fontMetrics.elidedText(cell.text, cell.textElideMode, textRect.width()));
     painter->restore();
 }
@@ -104,7 +110,8 @@ void IconTextDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionV
 {
     willDisplay(index);
     QStyleOptionViewItem rest = option;
-    rest.rect = remainder(cellRect(option.rect, index));
+    rest.rect =
+        QStyle::visualRect(option.direction, option.rect, remainder(cellRect(option.rect, index)));
     QStyledItemDelegate::updateEditorGeometry(editor, rest, index);
 }
 

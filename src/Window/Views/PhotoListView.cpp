@@ -1,10 +1,12 @@
 #include "Window/Views/PhotoListView.h"
 
+#include "Window/Views/FocusRing.h"
 #include "Window/Views/PhotoDelegate.h"
 
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QPainter>
 
 PhotoListView::PhotoListView(QWidget* parent)
     : QListView(parent)
@@ -52,6 +54,15 @@ void PhotoListView::changeEvent(QEvent* event)
     QListView::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
         setGridSize(PhotoPainter::size(fontMetrics()));
+}
+
+void PhotoListView::paintEvent(QPaintEvent* event)
+{
+    QListView::paintEvent(event);
+    if (!hasFocus() || currentIndex().isValid())
+        return;
+    QPainter painter(viewport());
+    FocusRing::draw(painter, viewport()->rect(), palette(), false);
 }
 
 void PhotoListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,

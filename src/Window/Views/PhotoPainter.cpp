@@ -1,5 +1,7 @@
 #include "Window/Views/PhotoPainter.h"
 
+#include "Window/Views/FocusRing.h"
+
 #include <QFontMetrics>
 
 namespace
@@ -27,12 +29,8 @@ void PhotoPainter::drawRect(QPainter& painter, const QRect& bounds, const QPalet
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     if (_selected)
         painter.fillRect(bounds, palette.highlight());
-    if (_focused) {
-        painter.setPen(
-            QPen(palette.color(_selected ? QPalette::HighlightedText : QPalette::Highlight), 1,
-                 Qt::DotLine));
-        painter.drawRect(bounds.adjusted(1, 1, -2, -2));
-    }
+    if (_focused)
+        FocusRing::draw(painter, bounds, palette, _selected);
     const QRect box((bounds.left() + bounds.right() + 1 - PictureSize) / 2, bounds.top() + Margin,
                     PictureSize, PictureSize);
     drawPicture(painter, box, palette);

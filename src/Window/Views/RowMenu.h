@@ -4,8 +4,9 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 
-/// A view whose context menu first selects the row under the mouse, alone, unless that row is
-/// selected already. `View` is one of the toolkit's item views.
+/// A view of rows. Its context menu first selects the row under the mouse, alone, unless that row
+/// is selected already; a list with one choice keeps it until another is made. `View` is one of
+/// the toolkit's item views.
 template <typename View>
 class RowMenu : public View
 {
@@ -27,6 +28,18 @@ public:
     }
 
 protected:
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event) const override
+    {
+        const auto command = View::selectionCommand(index, event);
+        // Ctrl with a click or with Space would take the only choice away.
+        const bool takesAway =
+            command & (QItemSelectionModel::Deselect | QItemSelectionModel::Toggle);
+        if (!takesAway || this->selectionMode() != QAbstractItemView::SingleSelection)
+            return command;
+        return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
+    }
+
     void contextMenuEvent(QContextMenuEvent* event) override
     {
         // From the keyboard the menu is about the current row, wherever the mouse is.

@@ -1,6 +1,9 @@
 #include "Window/Views/RowTableView.h"
 
+#include "Window/Views/FocusRing.h"
+
 #include <QHeaderView>
+#include <QPainter>
 
 #include <algorithm>
 
@@ -55,4 +58,20 @@ void RowTableView::selectRow(int row)
     if (index.isValid())
         selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
                                                      QItemSelectionModel::Rows);
+}
+
+void RowTableView::paintEvent(QPaintEvent* event)
+{
+    RowMenu<QTableView>::paintEvent(event);
+    if (!hasFocus())
+        return;
+    const QModelIndex current = currentIndex();
+    QRect bounds = viewport()->rect();
+    if (current.isValid()) {
+        bounds.setTop(rowViewportPosition(current.row()));
+        bounds.setHeight(rowHeight(current.row()));
+    }
+    QPainter painter(viewport());
+    FocusRing::draw(painter, bounds, palette(),
+                    current.isValid() && selectionModel()->isSelected(current));
 }

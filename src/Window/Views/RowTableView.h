@@ -16,4 +16,9 @@ public:
     /// The selected rows, ascending.
     [[nodiscard]] std::vector<int> selectedRows() const;
     void selectRow(int row);
+
+protected:
+    /// Draws where the keyboard is over the rows: around the current row, or around all of them
+    /// without one.
+    void paintEvent(QPaintEvent* event) override;
 };

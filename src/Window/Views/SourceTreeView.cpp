@@ -1,5 +1,7 @@
 #include "Window/Views/SourceTreeView.h"
 
+#include "Window/Views/FocusRing.h"
+
 #include <QPainter>
 
 namespace
@@ -32,16 +34,28 @@ QModelIndex SourceTreeView::selectedItem() const
 void SourceTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                              const QModelIndex& index) const
 {
-    if (selectionModel()->isSelected(index)) {
+    const QRect row = QRect(0, option.rect.top(), viewport()->width(), option.rect.height())
+                          .adjusted(SelectionMargin, 1, -SelectionMargin, -1);
+    const bool selected = selectionModel()->isSelected(index);
+    if (selected) {
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->setPen(Qt::NoPen);
         const auto group = isActiveWindow() ? QPalette::Active : QPalette::Inactive;
         painter->setBrush(palette().brush(group, QPalette::Highlight));
-        const QRect row(0, option.rect.top(), viewport()->width(), option.rect.height());
-        painter->drawRoundedRect(row.adjusted(SelectionMargin, 1, -SelectionMargin, -1),
-                                 SelectionRoundness, SelectionRoundness);
+        painter->drawRoundedRect(row, SelectionRoundness, SelectionRoundness);
         painter->restore();
     }
     QTreeView::drawRow(painter, option, index);
+    if (hasFocus() && index == currentIndex())
+        FocusRing::draw(*painter, row, palette(), selected);
+}
+
+void SourceTreeView::paintEvent(QPaintEvent* event)
+{
+    RowMenu<QTreeView>::paintEvent(event);
+    if (!hasFocus() || currentIndex().isValid())
+        return;
+    QPainter painter(viewport());
+    FocusRing::draw(painter, viewport()->rect(), palette(), false);
 }

@@ -15,7 +15,8 @@ public:
     [[nodiscard]] QModelIndex selectedItem() const;
 
 protected:
-    /// Draws the ground of a selected row before the row.
+    /// Draws the ground of a selected row before the row, and where the keyboard is after it.
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                  const QModelIndex& index) const override;
+    void paintEvent(QPaintEvent* event) override;
 };
