@@ -14,9 +14,11 @@ public:
     [[nodiscard]] bool isClickedByMouse() const { return _byMouse; }
 
 protected:
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     bool _byMouse = false;
+    quint64 _lastPress = 0; ///< by the clock of the mouse
 };

@@ -373,6 +373,24 @@ TEST_F(LostPlayer, LeavesItsLastCopyIncomplete)
     EXPECT_EQ(item(1).why, "The device was disconnected");
 }
 
+TEST_F(LostPlayer, IsNobodysStopWhereItsDepartureEndsTheCopy)
+{
+    add("One", Files::content(3 * Chunk));
+    add("Two", "second");
+    mount();
+    host.onChunk = [this](int chunk) {
+        if (chunk < 2)
+            return true;
+        volume->unmount();
+        return bool(device->info(device->controlPath())); // it notices, as a window does
+    };
+    exportTracks();
+    EXPECT_EQ(results(), QStringList({"incomplete", "failed"}));
+    EXPECT_EQ(item(0).why, "The device was disconnected");
+    EXPECT_EQ(item(1).why, "The device was disconnected");
+    EXPECT_EQ(host.told.last(), "finished!");
+}
+
 TEST_F(LostPlayer, IsNoticedByEachCallThatFails)
 {
     add("One", "first");

@@ -12,6 +12,8 @@ namespace
 class ClashQuestionTest : public WindowFixture
 {
 protected:
+    ClashQuestionTest() { Config::instance().setCopyRule(AskRule); } // others may be remembered
+
     /// Two tracks whose files exist already, and an export that asks about the first.
     void startExport()
     {

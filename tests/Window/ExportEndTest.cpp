@@ -112,12 +112,14 @@ TEST_F(ExportEndTest, AReportThatIsShownOutlivesTheNextExport)
 
     // The window is modal, so a person cannot; another part of the program might.
     const auto device = window().devices().currentDevice();
+    Config::instance().setCopyRule(SkipRule); // no question
     controller->jobs().exportTracks(device, device->trackDb()->tracks());
     ASSERT_TRUE(waitFor<QDialog>("_winExportMode"));
     part<QDialog>("_winExportMode")->accept();
     ASSERT_TRUE(waitFor<QDialog>("_alertFinish"));
     EXPECT_EQ(rows->index(0, ReportModel::Item).data().toString(), "One");
     EXPECT_EQ(controller->jobs().report()->items().size(), 2U);
+    Config::instance().setCopyRule(AskRule);
     part<QDialog>("_alertFinish")->reject();
     part<QDialog>("_winReport")->reject();
     EXPECT_TRUE(waitUntil([this] { return !controller->jobs().isBusy(); }));
@@ -164,11 +166,20 @@ TEST_F(ExportEndTest, ASecondPressOfTheKeyThatBeganAnExportDoesNotStopIt)
     controller->perform(Command::exportOrStop);
     // And the second press of a double click, whose first one began the export.
     auto* stop = part<QPushButton>("_btnExport");
-    const QPointF middle = stop->rect().center();
-    QMouseEvent press(QEvent::MouseButtonDblClick, middle, stop->mapToGlobal(middle),
-                      Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(stop, &press);
-    QTest::mouseRelease(stop, Qt::LeftButton);
+    const auto send = [stop](QEvent::Type type, quint64 time) {
+        const QPointF middle = stop->rect().center();
+        QMouseEvent event(type, middle, stop->mapToGlobal(middle), Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
+        event.setTimestamp(time);
+        QApplication::sendEvent(stop, &event);
+    };
+    {
+        const QSignalBlocker begun(stop);
+        send(QEvent::MouseButtonPress, 1000);
+        send(QEvent::MouseButtonRelease, 1050);
+    }
+    send(QEvent::MouseButtonDblClick, 1100);
+    send(QEvent::MouseButtonRelease, 1150);
     const auto* level = part<QProgressBar>("_li");
     EXPECT_TRUE(waitUntil([level, before = level->value()] { return level->value() > before; }));
     EXPECT_TRUE(controller->jobs().isExport());
