@@ -26,6 +26,7 @@ protected:
 
     void openOnSamplePhone()
     {
+        Config::instance().setCopyRule(KeepBothRule); // several songs have one name
         ASSERT_EQ(SamplePhone::write(path("phone")), "");
         SimulatedPhone::Identity identity;
         identity.identifier = "phone";
