@@ -394,6 +394,30 @@
         <source>There is nothing to export.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Please check tracks to export</source>
+        <translation>No track is checked</translation>
+    </message>
+    <message>
+        <source>No tracks has been checked to export! Please check the tracks you want to export first.</source>
+        <translation>Check the tracks that you want to export first.</translation>
+    </message>
+    <message>
+        <source>Please select photos to export</source>
+        <translation>No photo is selected</translation>
+    </message>
+    <message>
+        <source>No photos has been selected to export! Please select the photos you want to export first.</source>
+        <translation>Select the photos that you want to export first.</translation>
+    </message>
+    <message>
+        <source>Please select a track to play</source>
+        <translation>No track is selected</translation>
+    </message>
+    <message>
+        <source>No tracks has been selected to play! Please select the track you want to play first.</source>
+        <translation>Select the track that you want to play first.</translation>
+    </message>
 </context>
 <context>
     <name>ExportJob</name>
@@ -614,6 +638,14 @@
     <message>
         <source>Open &amp;Folder</source>
         <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export canceled!</source>
+        <translation>The export was canceled.</translation>
+    </message>
+    <message>
+        <source>Export finished!</source>
+        <translation>The export is finished.</translation>
     </message>
 </context>
 <context>
@@ -846,6 +878,18 @@
             <numerusform>once the music application did not take a file</numerusform>
             <numerusform>%n times the music application did not take a file</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Begin export...</source>
+        <translation>The export begins…</translation>
+    </message>
+    <message>
+        <source>Export Canceled!</source>
+        <translation>Export canceled</translation>
+    </message>
+    <message>
+        <source>Export Finished!</source>
+        <translation>Export finished</translation>
     </message>
 </context>
 <context>

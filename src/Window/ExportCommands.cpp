@@ -151,9 +151,9 @@ void ExportCommands::exportCheckedTracks()
         return;
     std::vector<Track*> checked = _window.tracks().checkedTracks();
     if (checked.empty()) {
-        alert(QStringLiteral("Please check tracks to export"),
-              QStringLiteral("No tracks has been checked to export! Please check the tracks you "
-                             "want to export first."));
+        alert(tr("Please check tracks to export"),
+              tr("No tracks has been checked to export! Please check the tracks you want to export "
+                 "first."));
         return;
     }
     _jobs.exportTracks(currentDevice(), std::move(checked));
@@ -163,9 +163,9 @@ void ExportCommands::exportSelectedPhotos()
 {
     std::vector<Photo*> selected = _window.photos().selectedPhotos();
     if (selected.empty()) {
-        alert(QStringLiteral("Please select photos to export"),
-              QStringLiteral("No photos has been selected to export! Please select the photos "
-                             "you want to export first."));
+        alert(tr("Please select photos to export"),
+              tr("No photos has been selected to export! Please select the photos you want to "
+                 "export first."));
         return;
     }
     _jobs.exportPhotos(currentDevice(), std::move(selected));
@@ -190,9 +190,9 @@ void ExportCommands::play()
     if (Track* track = _window.tracks().selectedTrack())
         _jobs.play(currentDevice(), track);
     else
-        alert(QStringLiteral("Please select a track to play"),
-              QStringLiteral("No tracks has been selected to play! Please select the track you "
-                             "want to play first."));
+        alert(tr("Please select a track to play"),
+              tr("No tracks has been selected to play! Please select the track you want to play "
+                 "first."));
 }
 
 void ExportCommands::alert(const QString& title, const QString& text)

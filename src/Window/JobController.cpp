@@ -159,7 +159,7 @@ void JobController::showBegin(int count)
     status.setExporting(true);
     if (!_isPlaying) // what the last export left undone is still so
         status.setFailureLine({});
-    status.setInfo(QStringLiteral("Begin export..."));
+    status.setInfo(tr("Begin export..."));
     status.showLevel(count);
     _notifier.keepAwake(tr("Media are being copied from a device"));
     Q_EMIT isExportChanged();
@@ -194,8 +194,7 @@ void JobController::showFinish(bool canceled, bool alert)
     status.hideLevel();
     _notifier.hideProgress();
     _notifier.letSleep();
-    QString info =
-        canceled ? QStringLiteral("Export Canceled!") : QStringLiteral("Export Finished!");
+    QString info = canceled ? tr("Export Canceled!") : tr("Export Finished!");
     if (!_notPlayed.isEmpty())
         info += u' ' + _notPlayed;
     status.setInfo(info);

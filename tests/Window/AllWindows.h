@@ -7,6 +7,7 @@
 #include "Window/Dialogs/ExportModeWindow.h"
 #include "Window/Dialogs/PreferencesWindow.h"
 #include "Window/Dialogs/ReportWindow.h"
+#include "Window/FinishedExport.h"
 #include "support/WindowFixture.h"
 
 #include <QPointer>
@@ -29,7 +30,8 @@ protected:
 
     void forEachDialog(const Check& check)
     {
-        const ExportReport report;
+        const auto ended = std::make_shared<FinishedExport>();
+        ended->report = std::make_shared<ExportReport>();
         const std::function<QDialog*()> make[] = {
             [this] {
                 auto* window = new PreferencesWindow(Config::instance(), true, &this->window());
@@ -38,11 +40,12 @@ protected:
             },
             [this] {
                 auto* window = new CopyRuleWindow(&this->window());
-                window->ask("/home/ada/" + QString(600, u'x') + ".mp3", [](const auto&) {});
+                window->ask("/home/ada/" + QString(600, u'x') + ".mp3", KeepBothRule,
+                            [](const auto&) {});
                 return window;
             },
             [this] {
-                auto* window = new ExportModeWindow(&this->window());
+                auto* window = new ExportModeWindow(false, &this->window());
                 window->askForHandOver([](const auto&) {});
                 return window;
             },
@@ -52,7 +55,7 @@ protected:
                 return window;
             },
             [&] {
-                auto* window = new ReportWindow(report, &this->window());
+                auto* window = new ReportWindow(ended, &this->window());
                 window->show();
                 return window;
             },

@@ -23,7 +23,7 @@ void FinishAlert::openFolder(QWidget& window, const QString& folder)
 
 QString FinishAlert::firstLine(const FinishedExport& ended)
 {
-    return ended.canceled ? QStringLiteral("Export canceled!") : QStringLiteral("Export finished!");
+    return ended.canceled ? tr("Export canceled!") : tr("Export finished!");
 }
 
 QString FinishAlert::title(const FinishedExport& ended)

@@ -102,6 +102,7 @@ public:
     void showBegin(int /*count*/) override { told.append("begin"); }
     void showProgress(const QString& /*text*/, double /*progress*/) override {}
     void showItem(const ExportItem& /*item*/) override {}
+    void showNotPlayed(const QString& /*title*/, const Failure& /*why*/) override {}
     void showFinish(bool canceled, bool /*alert*/) override
     {
         told.append(canceled ? "canceled" : "finished");
@@ -205,12 +206,11 @@ TEST_F(CrashReportTest, AnExceptionThatLeavesAJobCancelsIt)
 
 TEST_F(CrashReportTest, AnExceptionThatLeavesAThreadsWorkIsReported)
 {
-    PatientThread thread;
-    EXPECT_TRUE(thread.run(throwInAThread, std::chrono::seconds(10)));
+    PatientThread::alone(throwInAThread);
     const QString report = shown();
     EXPECT_TRUE(report.startsWith(head("int", "") + "(anonymous namespace)::throwInAThread()"))
         << report.toStdString();
-    EXPECT_TRUE(report.contains("PatientThread::work")) << report.toStdString();
+    EXPECT_TRUE(report.contains("Crew::start")) << report.toStdString();
 }
 
 TEST_F(CrashReportTest, ReportsAreShownOneAfterTheOther)
