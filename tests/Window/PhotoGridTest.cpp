@@ -87,7 +87,7 @@ TEST_F(PhotoGridTest, ShowsEachPhotoAboveItsCaption)
 {
     openPhotos();
     EXPECT_EQ(view()->model()->index(0, 0).data().toString(), "IMG_0.jpg");
-    EXPECT_EQ(view()->model()->index(1, 0).data().toString(), "1002");
+    EXPECT_EQ(view()->model()->index(1, 0).data().toString(), "1002 (720 x 480)");
     const QImage shown = look();
     for (const int row : {0, 1, 4}) {
         const QRect item = bounds(row);
