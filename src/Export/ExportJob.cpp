@@ -121,7 +121,7 @@ ExportJob::Next ExportJob::exportOne(const Entry& entry, int index)
     // An incomplete file would stay in the application's library after it was exported anew.
     const bool handOver = _handsOver && item.result == Result::Copied;
     const QString to = item.to;
-    report(std::move(item));
+    report(item);
     if (handOver)
         _host.handOver(to, track.playlists);
     return next;
@@ -284,8 +284,9 @@ bool ExportJob::isLibraryFolder(const QString& folder) const
              folder == PathName::join(_device->bookPath(), u"Purchases")));
 }
 
-void ExportJob::report(ExportItem item)
+void ExportJob::report(const ExportItem& item)
 {
+    // Written before it is told: whoever has read a line may count on the report.
+    _report.add(item);
     _host.showItem(item);
-    _report.add(std::move(item));
 }

@@ -97,7 +97,7 @@ private:
     /// The last of a photo's large renditions that can be decoded.
     [[nodiscard]] Expected<QImage> rendition(const Photo& photo, ExportItem& item) const;
     static Written writePicture(const QImage& picture, ExportItem& item, const Place& place);
-    void report(ExportItem item);
+    void report(const ExportItem& item);
     /// Whether `path` is no item's own file: a row without a location leads to the root of the
     /// device or to one of the library's folders.
     [[nodiscard]] bool namesNoFile(const QString& path) const;

@@ -77,7 +77,7 @@ ExportJob::Next ExportJob::exportPhoto(const Photo& photo, int index)
         exportRendition(photo, item);
     }
     const Next next = after(item);
-    report(std::move(item));
+    report(item);
     return next;
 }
 

@@ -2,6 +2,7 @@
 
 #include "Window/ScreenRoom.h"
 
+#include <QEvent>
 #include <QScrollArea>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -41,6 +42,7 @@ ScrollingDialog::ScrollingDialog(QWidget* parent)
 void ScrollingDialog::setParts(QWidget* content, QWidget* foot)
 {
     _area->setWidget(content);
+    content->installEventFilter(this);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -55,6 +57,15 @@ QSize ScrollingDialog::fittingSize() const
     if (size.height() > room.height())
         size.rwidth() += style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     return size.boundedTo(room);
+}
+
+bool ScrollingDialog::eventFilter(QObject* object, QEvent* event)
+{
+    if (event->type() == QEvent::LayoutRequest && object == _area->widget() && isVisible()) {
+        _area->updateGeometry();
+        resize(size().expandedTo(fittingSize()));
+    }
+    return QDialog::eventFilter(object, event);
 }
 
 void ScrollingDialog::setVisible(bool visible)

@@ -13,6 +13,8 @@ public:
     explicit ScrollingDialog(QWidget* parent = nullptr);
 
     void setVisible(bool visible) override;
+    /// What it shows may come to need more room later: an answer of another program, a hint.
+    bool eventFilter(QObject* object, QEvent* event) override;
 
 protected:
     /// Fills the dialog. Call it once.

@@ -80,7 +80,7 @@ QVariant PhotoGridModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return caption(*photo);
     case Qt::ToolTipRole: // or a name with tags in it would be shown as a document
-        return Qt::convertFromPlainText(toolTip(*photo));
+        return Qt::convertFromPlainText(toolTip(*photo), Qt::WhiteSpaceNormal);
     case Qt::DecorationRole:
         return photo->smallImage();
     case PhotoRole:
