@@ -93,12 +93,12 @@ private:
             return;
         }
         Open& parent = _open.back();
-        if (parent.kind == Kind::Array)
+        const bool isItem =
+            parent.kind == Kind::Array || (!isKey && parent.keys.size() > parent.items.size());
+        if (isItem)
             parent.items.push_back(index);
         else if (isKey && parent.keys.size() == parent.items.size())
             parent.keys.push_back(index);
-        else if (!isKey && parent.keys.size() > parent.items.size())
-            parent.items.push_back(index);
         else
             _document.hasBroken = true; // a key without a value, or a value without a key
     }
