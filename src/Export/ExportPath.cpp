@@ -36,7 +36,7 @@ Section ExportPath::folderOf(const Track& track, const Playlist* playlist)
 ExportPath ExportPath::trackPath(const Track& track, const Playlist* playlist, const Config& config)
 {
     const Section category = folderOf(track, playlist);
-    const QString folder = config.folderPath(category);
+    const QString& folder = config.folderPath(category);
     const QString fileName = track.title + u'.' + PathName::extension(track.path);
     return below(category, folder,
                  PathName::join(PathName::join(folder, subfolder(track, playlist)), fileName));
@@ -74,7 +74,7 @@ Section ExportPath::folderOf(const Photo& photo)
 ExportPath ExportPath::photoPath(const Photo& photo, PhotoSource source, const Config& config)
 {
     const Section category = folderOf(photo);
-    const QString folder = config.folderPath(category);
+    const QString& folder = config.folderPath(category);
     if (photo.photoId == 0)
         return below(category, folder,
                      PathName::join(folder, PathName::lastComponent(photo.fullSizeFile)));
