@@ -45,6 +45,7 @@ void* MemoryMap::samePlace(const MemoryMap& other, quint64 address) const
         for (const Region& here : _regions) {
             if (here.file == there.file && inFile >= here.offset &&
                 inFile - here.offset < here.end - here.start)
+                // NOLINTNEXTLINE(performance-no-int-to-ptr): an address is all that the map has
                 return reinterpret_cast<void*>(here.start + (inFile - here.offset));
         }
     }
