@@ -119,7 +119,6 @@ int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* 
 {
     switch (hint) {
     case SH_DialogButtonBox_ButtonsHaveIcons:
-        return 0;
     case SH_ScrollBar_LeftClickAbsolutePosition:
         return 0;
     default:
