@@ -64,13 +64,7 @@ bool CheckDelegate::editorEvent(QEvent* event, QAbstractItemModel* model,
         const bool checked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
         return model->setData(index, checked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
     };
-    switch (event->type()) {
-    case QEvent::MouseButtonRelease:
-        return static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton && toggle();
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonDblClick:
-        return false; // selects the row; the release checks it
-    default:
-        return false;
-    }
+    // A press selects the row; the release checks it.
+    return event->type() == QEvent::MouseButtonRelease &&
+           static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton && toggle();
 }
