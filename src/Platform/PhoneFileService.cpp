@@ -316,9 +316,10 @@ void PhoneFileService::Wire::lose(Loss why)
         _isEnding = true;
         loss = why;
     }
-    endAll();
+    // Before those who wait go on: whoever has heard of the loss may count on that it was told.
     if (lostHandler)
         lostHandler();
+    endAll();
 }
 
 void PhoneFileService::Wire::end()
