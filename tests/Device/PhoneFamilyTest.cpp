@@ -62,7 +62,8 @@ TEST_F(PhoneWithoutService, HearsThatTheServiceIsNotRunning)
 TEST(PhoneSubscription, SaysWhyThereIsNone)
 {
     RecordingDelegate delegate;
-    PhoneFamily& family = PhoneFamily::make([](const auto&) { return -19; });
+    // It lives until the process ends, and so does the way to it.
+    static PhoneFamily& family = PhoneFamily::make([](const auto&) { return -19; });
     EXPECT_TRUE(family.start().empty());
     EXPECT_EQ(delegate.failures,
               QStringList{"AMDeviceNotificationSubscribe failed with error -19"});
