@@ -466,7 +466,7 @@ TEST_F(SickPlayer, HasGoneWhenItsDriverDies)
 TEST_F(iPodDeviceTest, HasGoneWhenItsDiskIsNoLongerListed)
 {
     if (!PrivateMounts::canMountImages())
-        GTEST_SKIP() << "needs a disk of its own";
+        GTEST_SKIP() << "only root may mount the image of a disk";
     PrivateMounts::enter();
     Files::write(path("folder/iPod_Control/a"), "x");
     PrivateMounts::makeImage(path("image"), path("folder"), 8);
